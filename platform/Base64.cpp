@@ -1,0 +1,136 @@
+#include "platform/Base64.h"
+
+#include <algorithm>
+#include <array>
+
+namespace lumo {
+
+namespace {
+
+constexpr std::string_view kAlphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+constexpr std::uint8_t kNoDigit = 0xFF;
+
+constexpr auto kDigits = [] {
+  std::array<std::uint8_t, 256> digits{};
+  digits.fill(kNoDigit);
+  for (std::size_t i = 0; i < kAlphabet.size(); ++i) {
+    digits[static_cast<std::uint8_t>(kAlphabet[i])] = static_cast<std::uint8_t>(i);
+  }
+  return digits;
+}();
+
+// Writes bytes whose number is a multiple of 3.
+char* encodeGroups(std::span<const std::uint8_t> bytes, char* out) noexcept {
+  for (std::size_t at = 0; at < bytes.size(); at += 3, out += 4) {
+    const unsigned group = unsigned{bytes[at]} << 16 | unsigned{bytes[at + 1]} << 8 | unsigned{bytes[at + 2]};
+    out[0] = kAlphabet[group >> 18];
+    out[1] = kAlphabet[group >> 12 & 63];
+    out[2] = kAlphabet[group >> 6 & 63];
+    out[3] = kAlphabet[group & 63];
+  }
+  return out;
+}
+
+// Writes the last bytes, up to two of them, with their padding.
+char* encodeRest(std::span<const std::uint8_t> bytes, char* out) noexcept {
+  if (bytes.empty()) return out;
+  std::array<std::uint8_t, 3> group{};
+  std::copy(bytes.begin(), bytes.end(), group.begin());
+  encodeGroups(group, out);
+  std::fill(out + bytes.size() + 1, out + 4, '=');
+  return out + 4;
+}
+
+// Reads a text without padding whose length is a multiple of 4.
+bool decodeGroups(std::string_view text, std::uint8_t* out) noexcept {
+  const auto digit = [text](std::size_t at) -> unsigned {
+    return kDigits[static_cast<std::uint8_t>(text[at])];
+  };
+  unsigned seen = 0;
+  for (std::size_t at = 0; at < text.size(); at += 4, out += 3) {
+    const unsigned a = digit(at);
+    const unsigned b = digit(at + 1);
+    const unsigned c = digit(at + 2);
+    const unsigned d = digit(at + 3);
+    seen |= a | b | c | d;
+    out[0] = static_cast<std::uint8_t>(a << 2 | b >> 4);
+    out[1] = static_cast<std::uint8_t>(b << 4 | c >> 2);
+    out[2] = static_cast<std::uint8_t>(c << 6 | d);
+  }
+  return seen < kAlphabet.size();
+}
+
+// How many of the last two characters are padding.
+std::size_t paddingSize(std::string_view text) noexcept {
+  return text.ends_with("==") ? 2 : text.ends_with('=') ? 1 : 0;
+}
+
+}  // namespace
+
+char* base64Encode(std::span<const std::uint8_t> bytes, char* out) noexcept {
+  const std::size_t whole = bytes.size() - bytes.size() % 3;
+  return encodeRest(bytes.subspan(whole), encodeGroups(bytes.first(whole), out));
+}
+
+char* base64Encode(const DataChain& bytes, char* out) noexcept {
+  // The beginning of a group that the next piece completes.
+  std::array<std::uint8_t, 3> group{};
+  std::size_t held = 0;
+  for (const Data& piece : bytes.pieces()) {
+    std::span<const std::uint8_t> rest(piece.data(), piece.size());
+    for (; held != 0 && held < group.size() && !rest.empty(); rest = rest.subspan(1)) group[held++] = rest[0];
+    if (held == group.size()) {
+      out = encodeGroups(group, out);
+      held = 0;
+    }
+    const std::size_t whole = rest.size() - rest.size() % 3;
+    out = encodeGroups(rest.first(whole), out);
+    for (const std::uint8_t byte : rest.subspan(whole)) group[held++] = byte;
+  }
+  return encodeRest(std::span(group).first(held), out);
+}
+
+std::string base64Encoded(std::string_view bytes) {
+  std::string text(base64EncodedSize(bytes.size()), '\0');
+  base64Encode(std::span(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()), text.data());
+  return text;
+}
+
+std::optional<std::size_t> base64DecodedSize(std::string_view text) noexcept {
+  if (text.size() % 4 != 0) return std::nullopt;
+  return text.size() / 4 * 3 - paddingSize(text);
+}
+
+bool base64Decode(std::string_view text, std::uint8_t* out) noexcept {
+  if (text.size() % 4 != 0) return false;
+  const std::size_t padding = paddingSize(text);
+  if (padding == 0) return decodeGroups(text, out);
+
+  const std::size_t whole = text.size() - 4;
+  if (!decodeGroups(text.substr(0, whole), out)) return false;
+  std::array<char, 4> group{'A', 'A', 'A', 'A'};
+  std::copy(text.begin() + static_cast<std::ptrdiff_t>(whole),
+            text.end() - static_cast<std::ptrdiff_t>(padding), group.begin());
+  std::array<std::uint8_t, 3> bytes{};
+  if (!decodeGroups({group.data(), group.size()}, bytes.data())) return false;
+  std::copy_n(bytes.begin(), bytes.size() - padding, out + whole / 4 * 3);
+  return true;
+}
+
+std::optional<Data> base64DecodedData(std::string_view text) {
+  const auto size = base64DecodedSize(text);
+  if (!size) return std::nullopt;
+  DataBuffer buffer = Data::uninitialized(*size);
+  if (!base64Decode(text, buffer.bytes)) return std::nullopt;
+  return std::move(buffer.data);
+}
+
+std::optional<std::string> base64Decoded(std::string_view text) {
+  const auto size = base64DecodedSize(text);
+  if (!size) return std::nullopt;
+  std::string bytes(*size, '\0');
+  if (!base64Decode(text, reinterpret_cast<std::uint8_t*>(bytes.data()))) return std::nullopt;
+  return bytes;
+}
+
+}  // namespace lumo

@@ -1,0 +1,59 @@
+#include "platform/ImageCodec.h"
+
+#include <webp/decode.h>
+
+#include <algorithm>
+#include <string_view>
+
+namespace lumo::image {
+
+namespace {
+
+using namespace std::string_view_literals;
+
+/// The content of the first chunk of this name; empty where there is none.
+Data chunkOf(const Data& picture, std::string_view name) {
+  constexpr std::size_t kSignature = 12, kHeader = 8;
+  std::size_t place = kSignature;
+  while (picture.size() - place >= kHeader) {
+    const std::uint8_t* bytes = picture.data() + place;
+    const std::size_t size = std::size_t{bytes[4]} | std::size_t{bytes[5]} << 8 |
+                             std::size_t{bytes[6]} << 16 | std::size_t{bytes[7]} << 24;
+    place += kHeader;
+    if (size > picture.size() - place) break;
+    if (picture.view().substr(place - kHeader, 4) == name) return picture.slice(place, size);
+    place += std::min(size + size % 2, picture.size() - place);
+  }
+  return {};
+}
+
+}  // namespace
+
+std::optional<Data> reencodeWebP(const Data& picture, int quality) {
+  constexpr std::size_t kFrameHeader = 16;
+  WebPBitstreamFeatures features;
+  if (WebPGetFeatures(picture.data(), picture.size(), &features) != VP8_STATUS_OK) return std::nullopt;
+  Data still = picture;
+  if (features.has_animation) {
+    still = chunkOf(picture, "ANMF"sv);
+    still = still.slice(kFrameHeader, still.size());
+    if (WebPGetFeatures(still.data(), still.size(), &features) != VP8_STATUS_OK) return std::nullopt;
+  }
+  const auto width = static_cast<std::uint32_t>(features.width);
+  const auto height = static_cast<std::uint32_t>(features.height);
+  if (!isWithin(width, height, kMaxHeldPixels)) return std::nullopt;
+
+  const int channels = features.has_alpha ? 4 : 3;
+  const std::size_t stride = std::size_t{width} * static_cast<unsigned>(channels);
+  std::vector<std::uint8_t> pixels(stride * height);
+  const auto decode = features.has_alpha ? WebPDecodeRGBAInto : WebPDecodeRGBInto;
+  if (!decode(still.data(), still.size(), pixels.data(), pixels.size(), static_cast<int>(stride))) {
+    return std::nullopt;
+  }
+  const Data exif = chunkOf(picture, "EXIF"sv);
+  const Traits traits{orientationOf({exif.data(), exif.size()}),
+                      fittingProfile(chunkOf(picture, "ICCP"sv), 3)};
+  return encode({pixels.data(), stride, width, height, channels}, quality, traits);
+}
+
+}  // namespace lumo::image

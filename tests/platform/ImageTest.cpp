@@ -1,0 +1,401 @@
+#include "platform/Base64.h"
+#include "platform/Image.h"
+#include "platform/ImageCodec.h"
+
+#include <gtest/gtest.h>
+#include <jpeglib.h>
+#include <webp/encode.h>
+#include <zlib.h>
+
+#include <cmath>
+#include <cstdio>
+
+namespace lumo {
+namespace {
+
+using namespace std::string_literals;
+using Color = std::array<int, 4>;
+using Colors = std::array<Color, 4>;
+
+// The pictures have four fields of 16 x 16 pixels, each of one colour, the last one see-through in places.
+constexpr int kSide = 32;
+constexpr Colors kOpaque{{{200, 30, 40, 255}, {20, 160, 60, 255}, {30, 60, 220, 255}, {90, 90, 10, 255}}};
+constexpr Colors kTranslucent{{{200, 30, 40, 255}, {20, 160, 60, 255}, {30, 60, 220, 128}, {90, 90, 10, 0}}};
+constexpr Colors kGray{{{0, 0, 0, 255}, {85, 85, 85, 255}, {170, 170, 170, 255}, {255, 255, 255, 255}}};
+
+std::size_t fieldAt(int x, int y) { return static_cast<std::size_t>((x >= 16) + 2 * (y >= 16)); }
+
+std::vector<std::uint8_t> pixelsOf(const Colors& colors, const std::vector<std::size_t>& channels) {
+  std::vector<std::uint8_t> pixels;
+  for (int place = 0; place < kSide * kSide; ++place) {
+    for (std::size_t channel : channels) {
+      pixels.push_back(static_cast<std::uint8_t>(colors[fieldAt(place % kSide, place / kSide)][channel]));
+    }
+  }
+  return pixels;
+}
+
+std::vector<std::uint8_t> opaquePixels() { return pixelsOf(kOpaque, {0, 1, 2}); }
+
+struct JPEGShape {
+  unsigned width = kSide;
+  J_COLOR_SPACE from = JCS_RGB, to = JCS_YCbCr;
+  std::array<int, 2> sampling = {1, 1};
+  bool progressive = false, adobe = true;
+  int quality = 95;
+  std::vector<std::pair<int, std::string>> segments = {};
+};
+
+Data makeJPEG(std::vector<std::uint8_t> pixels, const JPEGShape& shape) {
+  jpeg_compress_struct codec{};
+  jpeg_error_mgr errors{};
+  codec.err = jpeg_std_error(&errors);
+  jpeg_create_compress(&codec);
+  unsigned char* bytes = nullptr;
+  unsigned long size = 0;
+  jpeg_mem_dest(&codec, &bytes, &size);
+  codec.image_width = shape.width;
+  codec.in_color_space = shape.from;
+  codec.input_components = shape.from == JCS_GRAYSCALE ? 1 : shape.from == JCS_CMYK ? 4 : 3;
+  const std::size_t stride = std::size_t{shape.width} * static_cast<unsigned>(codec.input_components);
+  codec.image_height = static_cast<JDIMENSION>(pixels.size() / stride);
+  jpeg_set_defaults(&codec);
+  jpeg_set_colorspace(&codec, shape.to);
+  codec.comp_info[0].h_samp_factor = shape.sampling[0];
+  codec.comp_info[0].v_samp_factor = shape.sampling[1];
+  jpeg_set_quality(&codec, shape.quality, TRUE);
+  if (!shape.adobe) codec.write_Adobe_marker = FALSE;
+  if (shape.progressive) jpeg_simple_progression(&codec);
+  jpeg_start_compress(&codec, TRUE);
+  for (const auto& [marker, text] : shape.segments) {
+    jpeg_write_marker(&codec, marker, reinterpret_cast<const JOCTET*>(text.data()),
+                      static_cast<unsigned>(text.size()));
+  }
+  for (JSAMPROW row = pixels.data(); codec.next_scanline < codec.image_height; row += stride) {
+    jpeg_write_scanlines(&codec, &row, 1);
+  }
+  jpeg_finish_compress(&codec);
+  jpeg_destroy_compress(&codec);
+  return Data(std::shared_ptr<const void>(bytes, std::free), bytes, size);
+}
+
+struct Decoded {
+  std::array<JDIMENSION, 2> size;
+  std::array<int, 2> sampling;
+  std::vector<std::uint8_t> pixels;
+};
+
+Decoded decoded(const Data& jpeg) {
+  jpeg_decompress_struct codec{};
+  jpeg_error_mgr errors{};
+  codec.err = jpeg_std_error(&errors);
+  jpeg_create_decompress(&codec);
+  jpeg_mem_src(&codec, jpeg.data(), jpeg.size());
+  jpeg_read_header(&codec, TRUE);
+  codec.out_color_space = JCS_RGB;
+  jpeg_start_decompress(&codec);
+  const jpeg_component_info& luma = codec.comp_info[0];
+  Decoded picture{{codec.output_width, codec.output_height}, {luma.h_samp_factor, luma.v_samp_factor}, {}};
+  picture.pixels.resize(std::size_t{3} * codec.output_width * codec.output_height);
+  for (JSAMPROW row = picture.pixels.data(); codec.output_scanline < codec.output_height;
+       row += 3 * codec.output_width) {
+    jpeg_read_scanlines(&codec, &row, 1);
+  }
+  jpeg_destroy_decompress(&codec);
+  return picture;
+}
+
+std::string bigEndian(std::size_t number) {
+  std::string bytes;
+  for (int shift = 24; shift >= 0; shift -= 8) bytes += static_cast<char>(number >> shift);
+  return bytes;
+}
+
+std::string pngChunk(const std::string& name, const std::string& content) {
+  const std::string body = name + content;
+  const auto crc = crc32(0, reinterpret_cast<const Bytef*>(body.data()), static_cast<uInt>(body.size()));
+  return bigEndian(content.size()) + body + bigEndian(crc);
+}
+
+std::string deflated(const std::string& text) {
+  std::string packed(compressBound(text.size()), '\0');
+  uLongf size = packed.size();
+  compress(reinterpret_cast<Bytef*>(packed.data()), &size, reinterpret_cast<const Bytef*>(text.data()),
+           text.size());
+  return packed.substr(0, size);
+}
+
+Data makePNG(const Colors& colors, int type = 2, int depth = 8, const std::string& chunks = "",
+             bool interlaced = false, std::size_t side = kSide) {
+  const std::vector<std::size_t> kChannels[] = {{0}, {}, {0, 1, 2}, {0}, {0, 3}, {}, {0, 1, 2, 3}};
+  const std::vector<std::array<int, 4>> kWhole = {{0, 0, 1, 1}},
+                                        kSeven = {{0, 0, 8, 8}, {4, 0, 8, 8}, {0, 4, 4, 8}, {2, 0, 4, 4},
+                                                  {0, 2, 2, 4}, {1, 0, 2, 2}, {0, 1, 1, 2}};
+  std::string rows;
+  for (const auto& [left, top, right, down] : interlaced ? kSeven : kWhole) {
+    for (int y = top; y < kSide; y += down) {
+      rows += '\0';
+      int held = 0, bits = 0;
+      for (int x = left; x < kSide; x += right) {
+        for (const std::size_t channel : kChannels[type]) {
+          const int value = colors[fieldAt(x, y)][channel];
+          const int sample = depth > 8 ? value * 257 : value >> (8 - depth);
+          held = held << depth | (type == 3 ? static_cast<int>(fieldAt(x, y)) : sample);
+          for (bits += depth; bits >= 8; held &= (1 << bits) - 1)
+            rows += static_cast<char>(held >> (bits -= 8));
+        }
+      }
+      if (bits > 0) rows += static_cast<char>(held << (8 - bits));
+    }
+  }
+  std::string palette;
+  for (const Color& c : colors)
+    palette += {static_cast<char>(c[0]), static_cast<char>(c[1]), static_cast<char>(c[2])};
+  const std::string shape = {static_cast<char>(depth), static_cast<char>(type), 0, 0, interlaced};
+  return Data("\x89PNG\r\n\x1A\n" + pngChunk("IHDR", bigEndian(side) + bigEndian(side) + shape) +
+              (type == 3 ? pngChunk("PLTE", palette) : "") + chunks + pngChunk("IDAT", deflated(rows)) +
+              pngChunk("IEND", ""));
+}
+
+Data makeWebP(const Colors& colors) {
+  const std::vector<std::uint8_t> pixels = pixelsOf(colors, {0, 1, 2, 3});
+  std::uint8_t* bytes = nullptr;
+  const std::size_t size = WebPEncodeLosslessRGBA(pixels.data(), kSide, kSide, 4 * kSide, &bytes);
+  return Data(std::shared_ptr<const void>(bytes, WebPFree), bytes, size);
+}
+
+std::string riffChunk(const std::string& name, const std::string& content) {
+  const std::size_t size = content.size();
+  return name + std::string{static_cast<char>(size & 255), static_cast<char>(size >> 8), 0, 0} + content +
+         std::string(size % 2, '\0');
+}
+
+/// The opaque picture as a HEIC file, for which there is no encoder everywhere; base64.
+constexpr std::string_view kHEIF =
+    "AAAAHGZ0eXBoZWljAAAAAG1pZjFoZWljbWlhZgAAAa1tZXRhAAAAAAAAACFoZGxyAAAAAAAAAABwaWN0AAAAAAAAAAAAAAAAAAAAAA5w"
+    "aXRtAAAAAAACAAAAEGlkYXQAAAAAACAAIAAAADhpbG9jAQAAAERAAAIAAQAAAAAAAAHRAAEAAAAAAAAAoQACAAEAAAAAAAAAAQAAAAAA"
+    "AAAIAAAAOGlpbmYAAAAAAAIAAAAVaW5mZQIAAAEAAQAAaHZjMQAAAAAVaW5mZQIAAAAAAgAAZ3JpZAAAAADYaXBycAAAALZpcGNvAAAA"
+    "dmh2Y0MBA3AAAAAAAAAAAAAe8AD8/fj4AAAPAyAAAQAYQAEMAf//A3AAAAMAkAAAAwAAAwAeugJAIQABACpCAQEDcAAAAwCQAAADAAAD"
+    "AB6gIIEFlurkprm4EBAwIAAAAwAgAAADACEiAAEABkQBwXPAiQAAABRpc3BlAAAAAAAAAEAAAABAAAAAFGlzcGUAAAAAAAAAIAAAACAA"
+    "AAAQcGl4aQAAAAADCAgIAAAAGmlwbWEAAAAAAAAAAgABAoECAAICA4QAAAAaaXJlZgAAAAAAAAAOZGltZwACAAEAAQAAAKltZGF0AAAA"
+    "nSgBrw7gNIIMV6/rYS//7dX5D8nFF+Q+6kP/bb//xQ6VUvkg8h+k2mv+i9/BK3xcf/36T/9bsoatrm1RxjKJABNkMFbcetrEcRR1HFL1"
+    "j8c+Dr17J3TWmzltXR206rJJbVNApfZpuotucN8MBFvj3OEH0Va2NI6nFh8JkiHDzhEAFTjaHuIQKd9sFtSSogtjxy9qM80dgf1GxIq6"
+    "U4A=";
+
+const std::string kExif =
+    "II*\0\x08\0\0\0\x02\0\x25\x88\4\0\1\0\0\0\x26\0\0\0\x12\1\3\0\1\0\0\0\6\0\0\0\0\0\0\0GPS Taipei"s;
+const std::string kOrientationOnly = "Exif\0\0MM\0*\0\0\0\x08\0\1\x01\x12\0\3\0\0\0\1\0\6\0\0\0\0\0\0"s;
+
+std::string profileFor(const std::string& space) {
+  std::string profile(132, '\0');
+  profile.replace(2, 2, "\1\x84").replace(12, 12, "mntr" + space + "XYZ ").replace(36, 4, "acsp");
+  profile.replace(68, 12, "\0\0\xF6\xD6\0\1\0\0\0\0\xD3\x2D"s);
+  for (int byte = 0; byte < 256; ++byte) profile += static_cast<char>(byte);  // the reader shuns tiny ones
+  return profile;
+}
+
+/// The same picture as it is to be seen, by a rule for a channel and the fourth one.
+Colors seen(Colors colors, int (*rule)(int, int)) {
+  for (Color& color : colors) {
+    for (std::size_t channel = 0; channel < 3; ++channel) color[channel] = rule(color[channel], color[3]);
+  }
+  return colors;
+}
+
+double rootMeanSquare(const std::vector<std::uint8_t>& a, const std::vector<std::uint8_t>& b) {
+  double sum = 0;
+  for (std::size_t place = 0; place < a.size(); ++place) sum += std::pow(a[place] - b.at(place), 2);
+  return std::sqrt(sum / static_cast<double>(a.size()));
+}
+
+/// An animation whose first frame, after its header of 16 bytes, is this picture.
+Data animated(const Data& webp) {
+  return Data("RIFF\0\0\1\0WEBP"s + riffChunk("VP8X", "\x12\0\0\0\x1F\0\0\x1F\0\0"s) +
+              riffChunk("ANIM", "\0\0\0\0\0\0"s) +
+              riffChunk("ANMF", std::string(16, '\0').append(webp.view().substr(12))));
+}
+
+TEST(ImageTest, EveryFormatShowsTheSameColors) {
+  const std::vector<std::size_t> kRGB = {0, 1, 2}, kAll = {0, 1, 2, 3};
+  const Colors overWhite =
+      seen(kTranslucent, [](int v, int alpha) { return (v * alpha + 255 * (255 - alpha)) / 255; });
+  const Colors light = seen(kTranslucent, [](int v, int black) { return v * black / 255; });
+  const Colors ink = seen(kTranslucent, [](int v, int black) { return (255 - v) * (255 - black) / 255; });
+  Colors grayOverWhite = overWhite, punched = kOpaque, grayPunched = kGray;
+  for (Color& color : grayOverWhite) color = {color[0], color[0], color[0]};
+  punched[3] = grayPunched[0] = {255, 255, 255};
+  const std::vector<std::uint8_t> four = pixelsOf(kTranslucent, kAll), gray = pixelsOf(kGray, {0});
+  std::vector<std::tuple<std::string, Data, Colors>> cases = {
+      {"JPEG", makeJPEG(opaquePixels(), {.sampling = {2, 2}}), kOpaque},
+      {"JPEG progressive", makeJPEG(opaquePixels(), {.progressive = true}), kOpaque},
+      {"JPEG RGB", makeJPEG(opaquePixels(), {.to = JCS_RGB}), kOpaque},
+      {"JPEG grey", makeJPEG(gray, {.from = JCS_GRAYSCALE, .to = JCS_GRAYSCALE}), kGray},
+      {"JPEG CMYK", makeJPEG(four, {.from = JCS_CMYK, .to = JCS_CMYK}), light},
+      {"JPEG CMYK of ink", makeJPEG(four, {.from = JCS_CMYK, .to = JCS_CMYK, .adobe = false}), ink},
+      {"JPEG YCCK", makeJPEG(four, {.from = JCS_CMYK, .to = JCS_YCCK}), light},
+      {"WebP", makeWebP(kOpaque), kOpaque},
+      {"WebP alpha", makeWebP(kTranslucent), overWhite},
+      {"WebP animation", animated(makeWebP(kTranslucent)), overWhite}};
+  const Colors twoTone = seen(kGray, [](int v, int) { return v < 128 ? 0 : 255; });
+  const std::string alphas = pngChunk("tRNS", "\xFF\xFF\x80\0"s), noBlack = pngChunk("tRNS", "\0\0"s);
+  const std::tuple<int, int, Colors, Colors, std::string> kPNGs[] = {
+      {0, 1, kGray, twoTone, ""},
+      {0, 2, kGray, kGray, ""},
+      {0, 4, kGray, grayPunched, noBlack},
+      {0, 8, kGray, kGray, ""},
+      {0, 16, kGray, grayPunched, noBlack},
+      {2, 8, kOpaque, punched, pngChunk("tRNS", "\0\x5A\0\x5A\0\x0A"s)},
+      {2, 16, kOpaque, kOpaque, ""},
+      {3, 2, kOpaque, kOpaque, ""},
+      {3, 4, kTranslucent, overWhite, alphas},
+      {3, 8, kOpaque, kOpaque, ""},
+      {4, 8, kTranslucent, grayOverWhite, ""},
+      {4, 16, kTranslucent, grayOverWhite, ""},
+      {6, 8, kTranslucent, overWhite, ""},
+      {6, 16, kTranslucent, overWhite, ""}};
+  for (const auto& [type, depth, colors, expected, chunks] : kPNGs) {
+    const std::string name = "PNG " + std::to_string(type) + "/" + std::to_string(depth);
+    cases.emplace_back(name, makePNG(colors, type, depth, chunks), expected);
+    cases.emplace_back(name + " interlaced", makePNG(colors, type, depth, chunks, true), expected);
+  }
+#ifdef LUMOAPI_HAVE_HEIF
+  cases.emplace_back("HEIF", base64DecodedData(kHEIF).value(), kOpaque);
+#endif
+  for (const auto& [name, picture, expected] : cases) {
+    SCOPED_TRACE(name);
+    for (const double quality : {0.8, 0.95}) {
+      const std::optional<Data> jpeg = jpegRepresentation(picture, quality);
+      ASSERT_TRUE(jpeg);
+      ASSERT_EQ(decoded(*jpeg).size, (std::array<JDIMENSION, 2>{kSide, kSide}));
+      EXPECT_LT(rootMeanSquare(decoded(*jpeg).pixels, pixelsOf(expected, kRGB)), 12);
+    }
+  }
+}
+
+TEST(ImageTest, KeepsOrientationAndProfileAndNothingElse) {
+  const std::string icc = "ICC_PROFILE\0"s, profile = profileFor("RGB ");
+  const auto jpegWith = [&](const std::string& space) {
+    const std::string whole = profileFor(space);
+    return makeJPEG(opaquePixels(), {.segments = {{JPEG_APP0 + 1, "http://ns.adobe.com/xap/1.0/\0Taipei"s},
+                                                  {JPEG_APP0 + 1, "Exif\0\0"s + kExif},
+                                                  {JPEG_APP0 + 2, icc + "\2\2" + whole.substr(100)},
+                                                  {JPEG_APP0 + 2, icc + "\1\2" + whole.substr(0, 100)},
+                                                  {JPEG_COM, "Taipei"}}});
+  };
+  const std::string chunks = riffChunk("VP8X", "\x28\0\0\0\x1F\0\0\x1F\0\0"s) + riffChunk("ICCP", profile) +
+                             std::string(makeWebP(kOpaque).view().substr(12)) + riffChunk("EXIF", kExif) +
+                             riffChunk("XMP ", "Taipei");
+  const Data webp("RIFF" + riffChunk("", "WEBP" + chunks));
+  for (const Data& picture : {jpegWith("RGB "),
+                              makePNG(kOpaque, 2, 8,
+                                      pngChunk("iCCP", "p\0\0"s + deflated(profile)) +
+                                          pngChunk("eXIf", kExif) + pngChunk("tEXt", "k\0Taipei"s)),
+                              webp}) {
+    SCOPED_TRACE(picture.view().substr(1, 3));
+    ASSERT_NE(picture.view().find("Taipei"), std::string_view::npos);
+    const Data jpeg = jpegRepresentation(picture, 0.5).value();
+    EXPECT_NE(jpeg.view().find(kOrientationOnly), std::string_view::npos);
+    EXPECT_NE(jpeg.view().find(icc + "\1\1" + profile), std::string_view::npos);
+    EXPECT_EQ(jpeg.view().find("Taipei"), std::string_view::npos);
+  }
+  EXPECT_EQ(jpegRepresentation(jpegWith("CMYK"), 0.5)->view().find(icc), std::string_view::npos);
+  EXPECT_EQ(jpegRepresentation(makeJPEG(opaquePixels(), {}), 0.5)->view().find("Exif"),
+            std::string_view::npos);
+}
+
+TEST(ImageTest, OrientationOfRubbishIsUpright) {
+  const auto orientation = [](std::string exif, std::size_t place, char byte) {
+    exif[place] = byte;
+    return image::orientationOf({reinterpret_cast<const std::uint8_t*>(exif.data()), exif.size()});
+  };
+  EXPECT_EQ(orientation(kExif, 0, 'I'), 6);
+  EXPECT_EQ(orientation(kOrientationOnly, 25, 8), 8);
+  const std::pair<std::size_t, char> kFaults[] = {{0, 'X'}, {4, '\xFF'}, {7, '\xFF'}, {8, 0},
+                                                  {22, 2},  {24, 4},     {30, 9},     {30, 0}};
+  for (const auto& [place, byte] : kFaults) EXPECT_EQ(orientation(kExif, place, byte), 1) << place;
+}
+
+std::vector<std::uint8_t> photo(int width, int height) {
+  std::vector<std::uint8_t> pixels;
+  unsigned noise = 1;
+  for (int y = 0; y < height; ++y) {
+    for (int x = 0; x < width; ++x) {
+      noise = noise * 1664525 + 1013904223;
+      const double wave = 60 * std::sin(x * 0.3) + 50 * std::cos(y * 0.2) + (noise >> 28);
+      for (const double base : {120.0, 100 + wave / 2, 140 - wave}) {
+        pixels.push_back(static_cast<std::uint8_t>(base + wave / 8));
+      }
+    }
+  }
+  return pixels;
+}
+
+TEST(ImageTest, PlanesArePassedOnAtTheirOwnSampling) {
+  constexpr double kFifthOfADecibel = 1.0233;
+  for (const std::array<int, 2>& sampling : {std::array{2, 2}, {2, 1}, {1, 1}, {1, 2}, {4, 1}}) {
+    SCOPED_TRACE(testing::PrintToString(sampling));
+    JPEGShape shape{.width = 211, .sampling = sampling, .quality = 92};
+    const Data original = makeJPEG(photo(211, 67), shape);
+    const Data ours = jpegRepresentation(original, 0.6).value();
+    shape.quality = 60;
+    const Data plain = makeJPEG(decoded(original).pixels, shape);
+    ASSERT_EQ(decoded(ours).size, decoded(original).size);
+    EXPECT_EQ(decoded(ours).sampling, sampling);
+    const std::vector<std::uint8_t> pixels = decoded(original).pixels;
+    EXPECT_LT(rootMeanSquare(decoded(ours).pixels, pixels),
+              rootMeanSquare(decoded(plain).pixels, pixels) * kFifthOfADecibel);
+  }
+}
+
+TEST(ImageTest, QualityIsHeldToItsScale) {
+  const Data picture = makeJPEG(photo(64, 64), {.width = 64});
+  const auto size = [&](double quality) { return jpegRepresentation(picture, quality)->size(); };
+  EXPECT_LT(size(0.01), size(0.5));
+  EXPECT_LT(size(0.5), size(1));
+  for (const double low : {0.0, -1.0, std::nan(""), -HUGE_VAL}) EXPECT_EQ(size(low), size(0.01));
+  EXPECT_EQ(size(HUGE_VAL), size(1));
+}
+
+TEST(ImageTest, RefusesPicturesOutOfProportion) {
+  for (const std::size_t side : {16'000u, 30'000u, 65'501u, 0x7FFFFFFFu}) {
+    EXPECT_FALSE(jpegRepresentation(makePNG(kOpaque, 2, 8, "", false, side), 0.5));
+  }
+  const Data progressive = makeJPEG(opaquePixels(), {.progressive = true});
+  const auto scans = [&](std::size_t count) {  // the last of its ten over and over
+    const std::size_t last = progressive.view().rfind("\xFF\xDA");
+    std::string bytes(progressive.view().substr(0, last));
+    for (std::size_t scan = 9; scan < count; ++scan) {
+      bytes += progressive.view().substr(last, progressive.size() - 2 - last);
+    }
+    return Data(bytes + "\xFF\xD9");
+  };
+  EXPECT_TRUE(jpegRepresentation(scans(500), 0.5));
+  EXPECT_FALSE(jpegRepresentation(scans(501), 0.5));
+}
+
+TEST(ImageTest, RubbishIsNoPicture) {
+  for (const std::string& text :
+       {""s, "\xFF\xD8\xFF"s, "GIF89a"s, "RIFF\4\0\0\0WEBP"s, "\0\0\0\14ftypheic"s, "\x89PNG\r\n\x1A\n"s}) {
+    EXPECT_FALSE(jpegRepresentation(Data::copy(text), 0.5)) << text;
+  }
+  const Data jpeg = makeJPEG(opaquePixels(), {}),
+             progressive = makeJPEG(opaquePixels(), {.progressive = true});
+  for (const Data& picture :
+       {jpeg, progressive, makePNG(kOpaque, 2, 8, pngChunk("iCCP", "p\0\0"s + deflated(profileFor("RGB ")))),
+        makePNG(kOpaque, 2, 8, "", true), makeWebP(kTranslucent), base64DecodedData(kHEIF).value()}) {
+    SCOPED_TRACE(picture.view().substr(1, 3));
+    const bool isJPEG = picture == jpeg || picture == progressive;
+    for (std::size_t size = 0; size < picture.size(); ++size) {
+      // A copy of its own, so that reading past it is noticed.
+      const auto result = jpegRepresentation(Data::copy(picture.slice(0, size).view()), 0.5);
+      EXPECT_TRUE(isJPEG || !result) << size;
+      std::string damaged(picture.view());
+      damaged[size] = static_cast<char>(damaged[size] ^ 0x55);
+      jpegRepresentation(Data(std::move(damaged)), 0.5);
+    }
+  }
+  EXPECT_TRUE(jpegRepresentation(jpeg.slice(0, jpeg.size() - 20), 0.5));
+}
+
+}  // namespace
+}  // namespace lumo

@@ -1,0 +1,97 @@
+#include "platform/JSON.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <utility>
+
+namespace lumo {
+namespace {
+
+std::string nested(std::size_t depth) { return std::string(depth, '[') + std::string(depth, ']'); }
+
+TEST(JSONTest, WhatIsReadIsWrittenBack) {
+  const std::pair<std::string, std::string> kCases[] = {
+      {" null ", "null"},
+      {"[true, false]", "[true,false]"},
+      {R"({ "b" : 1 , "a" : [ ] , "b" : { } })", R"({"b":{},"a":[]})"},
+      {R"("\u00e4\ud83d\ude00 \/ \u0041")", R"("ä😀 \/ A")"},
+      {R"("\b\f\n\r\t\"\\\u0000\u001F")", R"("\b\f\n\r\t\"\\\u0000\u001f")"},
+      {"[18446744073709551615,18446744073709551616]", "[18446744073709551615,18446744073709551616]"},
+      {"[-9223372036854775808, -0, -0.0]", "[-9223372036854775808,0,-0]"},
+      {"[5.0,1e2,1e20,1E21,-1.5,0.1,1e-7]", "[5,100,100000000000000000000,1e+21,-1.5,0.1,1e-07]"},
+      {"[1e-400,-1e-99999,0e999]", "[0,-0,0]"},
+      {nested(512), nested(512)}};
+  for (const auto& [text, expected] : kCases) {
+    SCOPED_TRACE(text);
+    EXPECT_EQ(writeJSON(parseJSON(text).value()), expected);
+  }
+}
+
+TEST(JSONTest, NumbersKeepEveryBitAndTheirKind) {
+  EXPECT_EQ(parseJSON("7"), Value(7));
+  EXPECT_EQ(parseJSON("7.0"), Value(7.0));
+  EXPECT_EQ(parseJSON("18446744073709551615"), Value(~std::uint64_t{0}));
+  EXPECT_TRUE(std::signbit(*parseJSON("-0.0")->asDouble()));
+  // Just above the middle between two doubles, where a conversion with one rounding too many goes wrong.
+  EXPECT_EQ(parseJSON("9007199254740993.0000000000000000000000001"), Value(9007199254740994.0));
+  for (const double number : {0.1, 1e-7, 1e21, 5e-324, 1.7976931348623157e308, 2.2250738585072011e-308}) {
+    EXPECT_EQ(parseJSON(writeJSON(number).value()), Value(number));
+  }
+}
+
+TEST(JSONTest, RefusesWhatIsNotJSON) {
+  const std::pair<std::string, std::size_t> kCases[] = {{"", 0},
+                                                        {"[1,]", 3},
+                                                        {"[1", 2},
+                                                        {"1 2", 2},
+                                                        {"{\"a\" 1}", 5},
+                                                        {"\xEF\xBB\xBF{}", 0},
+                                                        {"/**/1", 0},
+                                                        {"01", 1},
+                                                        {"NaN", 0},
+                                                        {"[Infinity]", 1},
+                                                        {"[1e999]", 6},
+                                                        {"-" + std::string(400, '9'), 401},
+                                                        {R"("\ud83d")", 7},
+                                                        {R"("\ude00")", 7},
+                                                        {"\"\xC3(\"", 1},
+                                                        {"\"\xED\xA0\x80\"", 1},
+                                                        {"\"\n\"", 1},
+                                                        {nested(513), 512},
+                                                        {std::string(100'000, '['), 512}};
+  for (const auto& [text, offset] : kCases) {
+    SCOPED_TRACE(text.substr(0, 40));
+    JSONError error;
+    EXPECT_EQ(parseJSON(text, &error), std::nullopt);
+    EXPECT_EQ(error.offset, offset) << error.message;
+  }
+}
+
+TEST(JSONTest, RefusesToWriteWhatJSONCannotHold) {
+  Value deep;
+  for (int level = 0; level < 513; ++level) deep = Value(Value::Array{deep});
+  for (const Value& value : {Value(Data()), Value(std::nan("")), Value(HUGE_VAL), Value("\xFF"),
+                             Value(Value::Dictionary{{"\xC0", 1}}), deep}) {
+    EXPECT_EQ(writeJSON(Value::Array{value}), std::nullopt);
+  }
+  EXPECT_NE(writeJSON(deep.asArray()->front()), std::nullopt);
+}
+
+TEST(JSONTest, Styles) {
+  const Value value = parseJSON(R"({"a/":[1,{}],"b":[]})").value();
+  EXPECT_EQ(writeJSON(value, {.escapeSolidus = false}), R"({"a/":[1,{}],"b":[]})");
+  EXPECT_EQ(writeJSON(value, {.indent = 2}), "{\n  \"a\\/\": [\n    1,\n    {}\n  ],\n  \"b\": []\n}");
+}
+
+TEST(JSONTest, ManyKeysKeepTheirOrder) {
+  std::string text = "{\"k0\":-1";
+  for (int key = 0; key < 65'536; ++key) text += ",\"k" + std::to_string(key) + "\":" + std::to_string(key);
+  const Value value = parseJSON(text + "}").value();
+  ASSERT_EQ(value.asDictionary()->size(), 65'536u);
+  EXPECT_EQ(value.asDictionary()->begin()->key, "k0");
+  EXPECT_EQ(value.asDictionary()->begin()->value, Value(0));
+}
+
+}  // namespace
+}  // namespace lumo

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "model/LumoApiObject.h"
+
+/// A still picture that the user is to set as profile picture.
+class LUMOAPI_EXPORT LumoApiImageForLumoAvatarObject : public LumoApiObject {
+ public:
+  /// Required: 1 to 15,728,640 bytes. One longer than 5,242,880 bytes is replaced here by a JPEG re-encoding
+  /// when it is sent (by null, if it is no picture).
+  const std::optional<lumo::Data>& data() const noexcept { return data_; }
+  void setData(std::optional<lumo::Data> data) noexcept { data_ = std::move(data); }
+
+  /// Optional, of whatever length.
+  const std::optional<lumo::Data>& previewImageData() const noexcept { return previewImageData_; }
+  void setPreviewImageData(std::optional<lumo::Data> previewImageData) noexcept {
+    previewImageData_ = std::move(previewImageData);
+  }
+
+  template <class Self>
+  static auto fields(Self& self) {
+    return std::tuple_cat(
+        std::tuple(lumo::field("data", self.data_), lumo::field("previewImageData", self.previewImageData_)),
+        LumoApiObject::fields(self));
+  }
+
+ private:
+  std::optional<lumo::Data> data_;
+  std::optional<lumo::Data> previewImageData_;
+};
+
+/// A video for a moving profile picture.
+class LUMOAPI_EXPORT LumoApiVideoForLumoAvatarObject : public LumoApiObject {
+ public:
+  /// The video. Required: 1 to 5,242,880 bytes.
+  const std::optional<lumo::Data>& data() const noexcept { return data_; }
+  void setData(std::optional<lumo::Data> data) noexcept { data_ = std::move(data); }
+
+  /// Optional, of whatever length.
+  const std::optional<lumo::Data>& previewImageData() const noexcept { return previewImageData_; }
+  void setPreviewImageData(std::optional<lumo::Data> previewImageData) noexcept {
+    previewImageData_ = std::move(previewImageData);
+  }
+
+  template <class Self>
+  static auto fields(Self& self) {
+    return std::tuple_cat(
+        std::tuple(lumo::field("data", self.data_), lumo::field("previewImageData", self.previewImageData_)),
+        LumoApiObject::fields(self));
+  }
+
+ private:
+  std::optional<lumo::Data> data_;
+  std::optional<lumo::Data> previewImageData_;
+};
+
+/// Pictures to add to the user's face collection.
+class LUMOAPI_EXPORT LumoApiImageArrayForFaceCollectionObject : public LumoApiObject {
+ public:
+  /// Required: 1 to 9 pictures, each at most 1,048,576 bytes, together at most 3,145,728.
+  const std::optional<std::vector<lumo::Data>>& imageDataArray() const noexcept { return imageDataArray_; }
+  void setImageDataArray(std::optional<std::vector<lumo::Data>> imageDataArray) noexcept {
+    imageDataArray_ = std::move(imageDataArray);
+  }
+
+  template <class Self>
+  static auto fields(Self& self) {
+    return std::tuple_cat(std::tuple(lumo::field("imageDataArray", self.imageDataArray_)),
+                          LumoApiObject::fields(self));
+  }
+
+ private:
+  std::optional<std::vector<lumo::Data>> imageDataArray_;
+};

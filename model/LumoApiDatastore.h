@@ -1,0 +1,101 @@
+#pragma once
+
+#include "model/LumoApiLargeData.h"
+#include "model/LumoApiMessage.h"
+#include "platform/Export.h"
+#include "platform/Value.h"
+
+#include <concepts>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+
+/// Where the datastore keeps its large-data record. By default that is the process's memory; another
+/// pasteboard lets two processes meet. Called by several threads at once.
+class LUMOAPI_EXPORT LumoApiPasteboard {
+ public:
+  virtual ~LumoApiPasteboard();
+
+  /// Replaces the record (null: none). False where that was not possible; the record from before then stays.
+  virtual bool write(LumoApiLargeDataPtr record) noexcept = 0;
+
+  /// The record that the pasteboard holds at this moment; null where there is none, or none that can be read.
+  virtual LumoApiLargeDataPtr read() noexcept = 0;
+};
+
+/// What the converter needs to know of its app and of the installed messenger, and the large-data record that
+/// travels beside a launch URL: one store for the whole process.
+///
+/// The app sets the values; the converter reads each of them once in a conversion. Every operation may be
+/// called from any thread at any time. A record handed out is immutable and stays valid as long as it is
+/// held.
+class LUMOAPI_EXPORT LumoApiDatastore {
+ public:
+  struct Values {
+    /// The URL scheme under which the messenger opens the app again.
+    std::optional<std::string> scheme = std::nullopt;
+    /// The app's display name.
+    std::optional<std::string> appName = std::nullopt;
+    /// The app's identifier.
+    std::optional<std::string> appId = std::nullopt;
+    /// The user's open identifier for the app.
+    std::optional<std::string> openId = std::nullopt;
+    /// The user's number in the messenger: a string or a number, sent as its text.
+    std::optional<lumo::Value> uin = std::nullopt;
+    /// The installed messenger reads a text share's object from the URL …
+    bool isLumoSupportUrlForShareText = false;
+    /// … any other request's object from the URL instead of from the large-data record …
+    bool isLumoSupportUrlInsteadPastedboard = false;
+    /// … and the general pasteboard.
+    bool isLumoSupportApiGeneralPastboard = false;
+  };
+
+  static LumoApiDatastore& instance() noexcept;
+
+  /// All values as they are at this moment; never null.
+  std::shared_ptr<const Values> values() const noexcept;
+  /// Replaces all values at once.
+  void setValues(Values values);
+
+  std::optional<std::string> scheme() const { return values()->scheme; }
+  std::optional<std::string> appName() const { return values()->appName; }
+  std::optional<std::string> appId() const { return values()->appId; }
+  std::optional<std::string> openId() const { return values()->openId; }
+  std::optional<lumo::Value> uin() const { return values()->uin; }
+  bool isLumoSupportUrlForShareText() const noexcept { return values()->isLumoSupportUrlForShareText; }
+  bool isLumoSupportUrlInsteadPastedboard() const noexcept {
+    return values()->isLumoSupportUrlInsteadPastedboard;
+  }
+  bool isLumoSupportApiGeneralPastboard() const noexcept {
+    return values()->isLumoSupportApiGeneralPastboard;
+  }
+
+  /// Replaces the large-data record (null: none). False where the pasteboard could not take it; the one in
+  /// memory always can.
+  bool setApiLargeData(LumoApiLargeDataPtr record) noexcept;
+  LumoApiLargeDataPtr getApiLargeData() const noexcept;
+
+  /// The message held for the messenger's answer.
+  void setApiMessage(std::optional<LumoApiMessage> message);
+  template <std::same_as<LumoApiMessage> Message>
+  std::optional<Message> getApiMessageWithClass() const noexcept {
+    return apiMessage();
+  }
+
+  /// Keeps the record elsewhere from now on; null: in memory again. The record is not carried over.
+  void setPasteboard(std::shared_ptr<LumoApiPasteboard> pasteboard);
+
+  LumoApiDatastore(const LumoApiDatastore&) = delete;
+  LumoApiDatastore& operator=(const LumoApiDatastore&) = delete;
+
+ private:
+  LumoApiDatastore();
+  std::optional<LumoApiMessage> apiMessage() const noexcept;
+  std::shared_ptr<LumoApiPasteboard> pasteboard() const noexcept;
+
+  mutable std::mutex lock_;
+  std::shared_ptr<const Values> values_;
+  std::optional<LumoApiMessage> message_;
+  std::shared_ptr<LumoApiPasteboard> pasteboard_;
+};

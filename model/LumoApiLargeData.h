@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/Value.h"
+
+#include <memory>
+#include <string_view>
+
+/// The large-data record: the bulky parts of a request, which travel beside its URL.
+///
+/// Its entries are found under lumo::record; another app's record may hold whatever it likes.
+using LumoApiLargeData = lumo::Value::Dictionary;
+
+/// A record as the datastore holds and hands it out: shared and never changed; null where there is none.
+using LumoApiLargeDataPtr = std::shared_ptr<const LumoApiLargeData>;
+
+namespace lumo {
+
+/// A key of the large-data record; a type of its own, since several query keys differ from these only in
+/// case.
+struct RecordKey {
+  std::string_view text;
+};
+
+namespace record {
+
+/// The preview picture: a byte buffer.
+inline constexpr RecordKey kPreviewImageData{"previewimagedata"};
+/// The main bytes: a picture, file or video, or the archived common content.
+inline constexpr RecordKey kFileData{"file_data"};
+/// A list of pictures: an array of byte buffers.
+inline constexpr RecordKey kImageDataList{"image_data_list"};
+/// The card: base64 of its text.
+inline constexpr RecordKey kKivaData{"pasted_kiva_data"};
+
+}  // namespace record
+}  // namespace lumo

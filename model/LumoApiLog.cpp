@@ -1,0 +1,87 @@
+#include "model/LumoApiLog.h"
+
+#include <atomic>
+#include <cstdio>
+#include <memory>
+#include <mutex>
+#include <utility>
+
+namespace {
+
+constexpr std::string_view kFile = "LumoApi/LumoApiMessageAndUrlConverter";
+
+void writeToStandardError(const LumoApiLog::Line& line) {
+  std::fprintf(stderr, "%.*s:%d: %.*s\n", static_cast<int>(line.file.size()), line.file.data(), line.line,
+               static_cast<int>(line.message.size()), line.message.data());
+}
+
+std::mutex lock;
+std::shared_ptr<const LumoApiLog::Handler> handler;  // null: standard error
+std::atomic<bool> listening{true};
+
+void exchange(std::shared_ptr<const LumoApiLog::Handler> replacement, bool listens) noexcept {
+  {
+    const std::lock_guard guard(lock);
+    handler.swap(replacement);
+    listening = listens;
+  }  // the former handler goes without the lock: its destructor is the app's code
+}
+
+void append(std::string& message, const LumoApiLog::Argument& argument) {
+  if (const auto* text = std::get_if<std::string_view>(&argument)) {
+    message += *text;
+  } else if (const auto* number = std::get_if<std::int64_t>(&argument)) {
+    message += std::to_string(*number);
+  } else {
+    message += std::to_string(*std::get_if<std::uint64_t>(&argument));
+  }
+}
+
+std::string filled(std::string_view format, std::initializer_list<LumoApiLog::Argument> arguments) {
+  std::string message;
+  const LumoApiLog::Argument* next = arguments.begin();
+  while (!format.empty()) {
+    const std::size_t place = format.find('%');
+    message += format.substr(0, place);
+    if (place == std::string_view::npos) break;
+    format.remove_prefix(place + 1);
+    if (format.starts_with('%')) {
+      message += '%';
+    } else if (next != arguments.end()) {
+      append(message, *next++);
+    }
+    format.remove_prefix(format.starts_with("lu") ? 2 : 1);
+  }
+  return message;
+}
+
+}  // namespace
+
+void LumoApiLog::setHandler(Handler function) {
+  exchange(std::make_shared<const Handler>(std::move(function)), true);
+}
+
+void LumoApiLog::removeHandler() { exchange(nullptr, true); }
+
+void LumoApiLog::silence() noexcept { exchange(nullptr, false); }
+
+bool LumoApiLog::isListening() noexcept { return listening.load(std::memory_order_relaxed); }
+
+void LumoApiLog::log(std::string_view format, std::initializer_list<Argument> arguments, int line) noexcept {
+  if (!isListening()) return;
+  try {
+    std::shared_ptr<const Handler> listener;
+    {
+      const std::lock_guard guard(lock);
+      listener = handler;
+    }
+    const std::string message = filled(format, arguments);
+    const Line logged{kFile, line, message};
+    if (listener && *listener) {
+      (*listener)(logged);
+    } else {
+      writeToStandardError(logged);
+    }
+  } catch (...) {  // a log line is never worth a conversion
+  }
+}

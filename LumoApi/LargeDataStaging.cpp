@@ -1,0 +1,98 @@
+// The large-data record: how it is built, and the two ways on which it travels beside a launch URL.
+
+#include "LumoApi/LumoApiMessageAndUrlConverter.h"
+#include "LumoApi/internal/Keys.h"
+#include "LumoApi/internal/Skeleton.h"
+#include "model/LumoApiLog.h"
+#include "platform/KeyedArchiver.h"
+#include "platform/Text.h"
+
+namespace lumo {
+
+namespace {
+
+bool given(const auto* part) noexcept { return part && part->has_value(); }
+
+void set(LumoApiLargeData& record, RecordKey key, Value value) {
+  record.set(std::string(key.text), std::move(value));
+}
+
+}  // namespace
+
+std::shared_ptr<LumoApiLargeData> largeData(const LargeDataParts& parts) {
+  auto made = std::make_shared<LumoApiLargeData>();
+  if (given(parts.previewImage)) set(*made, record::kPreviewImageData, **parts.previewImage);
+  if (given(parts.fileData)) set(*made, record::kFileData, **parts.fileData);
+  if (given(parts.imageList)) {
+    const std::vector<Data>& images = **parts.imageList;
+    set(*made, record::kImageDataList, Value::Array(images.begin(), images.end()));
+  }
+  if (given(parts.kivaData) && isValidUTF8(**parts.kivaData)) {
+    set(*made, record::kKivaData, base64Encoded(**parts.kivaData));
+  }
+  return made;
+}
+
+void stage(const LargeDataParts& parts, Conversion& conversion) {
+  auto record = largeData(parts);
+  LumoApiLog::log("pasteboarditem count: %d", {static_cast<std::int64_t>(record->size())});
+  if (!record->empty()) conversion.staged = std::move(record);
+}
+
+void stageByLocation(const LargeDataParts& parts, LumoApiQueryDictionary& query, Conversion& conversion) {
+  const std::optional<std::string> location = query.text(keys::kObjectLocation);
+  LumoApiLog::log("large data's location is 「%s」", {std::string_view(location ? *location : "")});
+  if (location != "url") return stage(parts, conversion);
+  auto record = largeData(parts);
+  if (record->empty()) return query.set(keys::kPasteboard, QueryValue::fixed(""));
+  std::optional<DataChain> archive = archivedData(Value(std::move(*record)));
+  LumoApiLog::log("large data's length:%lu", {static_cast<std::uint64_t>(archive ? archive->size() : 0)});
+  if (archive) query.set(keys::kPasteboard, QueryValue::base64(*std::move(archive)));
+}
+
+}  // namespace lumo
+
+using lumo::LargeDataParts;
+using Bytes = std::optional<lumo::Data>;
+using List = std::optional<std::vector<lumo::Data>>;
+using Text = std::optional<std::string>;
+
+namespace {
+
+/// Runs a staging step and hands its record over.
+template <class Step>
+void staged(const Step& step) noexcept {
+  try {
+    lumo::Conversion conversion;
+    step(conversion);
+    if (conversion.staged) LumoApiDatastore::instance().setApiLargeData(std::move(conversion.staged));
+  } catch (...) {  // memory is exhausted: nothing is staged
+  }
+}
+
+}  // namespace
+
+// setupDataWith:filedata:dataArray:kivaData:
+LumoApiLargeDataPtr LumoApiMessageAndUrlConverter::setupDataWith(const Bytes& prevImageData,
+                                                                 const Bytes& filedata, const List& dataArray,
+                                                                 const Text& kivaData) noexcept try {
+  return lumo::largeData({&prevImageData, &filedata, &dataArray, &kivaData});
+} catch (...) {  // memory is exhausted
+  return nullptr;
+}
+
+// setPasteBoardPrevImageData:filedata:dataArray:kivaData:
+void LumoApiMessageAndUrlConverter::setPasteBoardPrevImageData(const Bytes& prevImageData,
+                                                               const Bytes& filedata, const List& dataArray,
+                                                               const Text& kivaData) noexcept {
+  const LargeDataParts parts{&prevImageData, &filedata, &dataArray, &kivaData};
+  staged([&parts](lumo::Conversion& conversion) { lumo::stage(parts, conversion); });
+}
+
+// setLargeDataWith:filedata:dataArray:kivaData:toDic:
+void LumoApiMessageAndUrlConverter::setLargeDataWith(const Bytes& prevImageData, const Bytes& filedata,
+                                                     const List& dataArray, const Text& kivaData,
+                                                     LumoApiQueryDictionary& dic) noexcept {
+  const LargeDataParts parts{&prevImageData, &filedata, &dataArray, &kivaData};
+  staged([&](lumo::Conversion& conversion) { lumo::stageByLocation(parts, dic, conversion); });
+}

@@ -1,0 +1,194 @@
+#pragma once
+
+#include "LumoApi/LumoApiRefusal.h"
+#include "LumoApi/LumoApiURLDecoder.h"
+#include "LumoApi/LumoApiURLEncoder.h"
+#include "model/LumoApiModel.h"
+#include "model/LumoApiQueryDictionary.h"
+#include "platform/Data.h"
+#include "platform/Export.h"
+#include "platform/URL.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Turns messages into launch URLs and URLs that opened the app into messages.
+///
+/// Every operation is class-level, keeps no state and reports a refusal by a null result, never by an
+/// exception, not even where memory is exhausted. A refusal leaves the datastore and the object as they were;
+/// two conversions change their object, as their classes say (an avatar picture's `data`, a feed post's
+/// `imageDataArray`). Any thread may call at any time; a message, an object or a query dictionary may be used
+/// by one thread at a time. The current object is the calling thread's.
+///
+/// Null results: a URL, text or message that is `std::nullopt`.
+class LUMOAPI_EXPORT LumoApiMessageAndUrlConverter {
+ public:
+  // --- From a message to its launch URL
+  // -------------------------------------------------------------------------
+
+  /// The launch URL of the message. Checked are, in this order: the message (null without a log line), its
+  /// object, its card where one is announced, the title (at most 128 UTF-16 code units) and the description
+  /// (at most 512); then the object's class is logged and the converter of its class does the rest. An object
+  /// of an unknown class gives null.
+  static std::optional<lumo::URL> urlWithMessage(const std::optional<LumoApiMessage>& message) noexcept;
+  /// The same, and the reason of a null result in `refusal` (its code None where there is a URL); it may be
+  /// null.
+  static std::optional<lumo::URL> urlWithMessage(const std::optional<LumoApiMessage>& message,
+                                                 LumoApiRefusal* refusal) noexcept;
+
+  // --- One converter per kind of content
+  // ------------------------------------------------------------------------
+  //
+  // What urlWithMessage() calls by the object's class. `type` is the message type, `kivaObj` the card or
+  // null. The limits of title and description are urlWithMessage()'s and not checked here.
+
+  static std::optional<lumo::URL> urlWithTextObject(const LumoApiTextObject& object, std::int32_t type,
+                                                    const LumoApiKivaObject* kivaObj) noexcept;
+  static std::optional<lumo::URL> urlWithURLObject(const LumoApiURLObject& object, std::int32_t type,
+                                                   const LumoApiKivaObject* kivaObj) noexcept;
+  static std::optional<lumo::URL> urlWithCommonContentObject(const LumoApiCommonContentObject& object,
+                                                             std::int32_t type,
+                                                             const LumoApiKivaObject* kivaObj) noexcept;
+  static std::optional<lumo::URL> urlWithExtendObject(const LumoApiExtendObject& object, std::int32_t type,
+                                                      const LumoApiKivaObject* kivaObj) noexcept;
+  static std::optional<lumo::URL> urlWithImageObject(const LumoApiImageObject& object, std::int32_t type,
+                                                     const LumoApiKivaObject* kivaObj) noexcept;
+  static std::optional<lumo::URL> urlWithWebImageObject(const LumoApiWebImageObject& object,
+                                                        std::int32_t type) noexcept;
+  static std::optional<lumo::URL> urlWithFileObject(const LumoApiFileObject& object, std::int32_t type,
+                                                    const LumoApiKivaObject* kivaObj) noexcept;
+  static std::optional<lumo::URL> urlWithImageObjectForAvatar(LumoApiImageForLumoAvatarObject& object,
+                                                              std::int32_t type) noexcept;
+  static std::optional<lumo::URL> urlWithVideoObjectForAvatar(const LumoApiVideoForLumoAvatarObject& object,
+                                                              std::int32_t type) noexcept;
+  static std::optional<lumo::URL> urlWithImageObjectForFaceCollection(
+      const LumoApiImageArrayForFaceCollectionObject& object, std::int32_t type) noexcept;
+  static std::optional<lumo::URL> urlWithAuthObject(const LumoApiAuthObject& object,
+                                                    std::int32_t type) noexcept;
+  static std::optional<lumo::URL> urlWithImageArrayForNimboObject(LumoApiImageArrayForNimboObject& object,
+                                                                  std::int32_t type) noexcept;
+  static std::optional<lumo::URL> urlWithVideoForNimboObject(const LumoApiVideoForNimboObject& object,
+                                                             std::int32_t type) noexcept;
+  static std::optional<lumo::URL> urlWithExtraServiceObject(const LumoApiExtraServiceObject& object,
+                                                            std::int32_t type) noexcept;
+  static std::optional<lumo::URL> urlWithCommonServiceObject(const LumoApiCommonServiceObject& object,
+                                                             std::int32_t type) noexcept;
+  static std::optional<lumo::URL> urlWithApiThirdAppBindGroupObject(
+      const LumoApiThirdAppBindGroupObject& object, std::int32_t type) noexcept;
+  static std::optional<lumo::URL> urlWithApiThirdAppJoinGroupObject(
+      const LumoApiThirdAppJoinGroupObject& object, std::int32_t type) noexcept;
+  static std::optional<lumo::URL> urlWithCreateGroupProObject(const LumoApiCreateLumoGroupProObject& object,
+                                                              std::int32_t type) noexcept;
+  static std::optional<lumo::URL> urlWithJoinGroupProObject(const LumoApiJoinLumoGroupProObject& object,
+                                                            std::int32_t type) noexcept;
+  static std::optional<lumo::URL> urlWithApiLaunchMiniProgramObject(
+      const LumoApiLaunchMiniProgramObject& object, std::int32_t type) noexcept;
+
+  // --- Fields of a query
+  // ----------------------------------------------------------------------------------------
+  //
+  // Each replaces an entry of the same key. A null value, and a text that is not UTF-8, leaves the dictionary
+  // as it was for that key.
+
+  /// "title", "description" and "thirdAppDisplayName", each as base64. A null or empty `appName` is replaced
+  /// by the datastore's.
+  static void setTitle(std::optional<std::string_view> title, std::optional<std::string_view> description,
+                       std::optional<std::string_view> appName, LumoApiQueryDictionary& queryItem) noexcept;
+  /// The same with the datastore's `appName`.
+  static void setTitle(std::optional<std::string_view> title, std::optional<std::string_view> description,
+                       LumoApiQueryDictionary& queryItem) noexcept;
+  /// "previewimageData": the base64 of the bytes.
+  static void setPreviewImageData(const std::optional<lumo::Data>& previewImageData,
+                                  LumoApiQueryDictionary& queryItem) noexcept;
+  /// The key with the base64 of the string; a null key changes nothing.
+  static void setString(std::optional<std::string_view> string, std::optional<std::string_view> key,
+                        LumoApiQueryDictionary& queryItem) noexcept;
+  /// The key with the base64 of the URL's absolute text; a null key changes nothing.
+  static void setURL(const std::optional<lumo::URL>& url, std::optional<std::string_view> key,
+                     LumoApiQueryDictionary& queryItem) noexcept;
+  /// The URL's absolute text; null for null.
+  static std::optional<std::string> smartURLString(const std::optional<lumo::URL>& url) noexcept;
+
+  // --- The large-data record
+  // ------------------------------------------------------------------------------------
+
+  /// A record of what is not null: "previewimagedata", "file_data", "image_data_list" and "pasted_kiva_data"
+  /// (the base64 of the card's text). Never null, save where memory is exhausted. Shares the bytes, copies
+  /// none.
+  static LumoApiLargeDataPtr setupDataWith(const std::optional<lumo::Data>& prevImageData,
+                                           const std::optional<lumo::Data>& filedata,
+                                           const std::optional<std::vector<lumo::Data>>& dataArray,
+                                           const std::optional<std::string>& kivaData) noexcept;
+  /// Hands the record of these parts to the datastore; an empty one is not handed over.
+  static void setPasteBoardPrevImageData(const std::optional<lumo::Data>& prevImageData,
+                                         const std::optional<lumo::Data>& filedata,
+                                         const std::optional<std::vector<lumo::Data>>& dataArray,
+                                         const std::optional<std::string>& kivaData) noexcept;
+  /// Where the query's "objectlocation" is "url", writes the archived record into the query under
+  /// "pasteboard" (empty for an empty record); hands it to the datastore otherwise.
+  static void setLargeDataWith(const std::optional<lumo::Data>& prevImageData,
+                               const std::optional<lumo::Data>& filedata,
+                               const std::optional<std::vector<lumo::Data>>& dataArray,
+                               const std::optional<std::string>& kivaData,
+                               LumoApiQueryDictionary& dic) noexcept;
+
+  // --- Destinations
+  // ---------------------------------------------------------------------------------------------
+  //
+  // One builder per destination in the messenger. `type` is the message type and `shareDestType` (or
+  // `shareType`) the destination code: 1 selects the sibling messenger app where a destination has two
+  // schemes.
+
+  /// Adds the common keys: the share or message type, the datastore's `openId` and `uin`, its general
+  /// pasteboard flag, and the `cflag` of the calling thread's current object.
+  static void updateQueryItemInfo(LumoApiQueryDictionary& queryItem, std::int32_t type,
+                                  std::uint64_t shareDestType) noexcept;
+
+  // With the common keys, which are added to the caller's dictionary; `path` begins with "/".
+  static std::optional<lumo::URL> urlWithQueryItem(LumoApiQueryDictionary& queryItem, std::int32_t type,
+                                                   std::uint64_t shareDestType) noexcept;
+  static std::optional<lumo::URL> urlWithQueryItemForAvatar(LumoApiQueryDictionary& queryItem,
+                                                            std::int32_t type, std::uint64_t shareDestType,
+                                                            std::string_view path) noexcept;
+  static std::optional<lumo::URL> urlWithQueryItemForAuth(LumoApiQueryDictionary& queryItem,
+                                                          std::int32_t type, std::uint64_t shareDestType,
+                                                          std::string_view path) noexcept;
+  static std::optional<lumo::URL> urlWithQueryItemForFaceCollection(LumoApiQueryDictionary& queryItem,
+                                                                    std::int32_t type,
+                                                                    std::uint64_t shareDestType) noexcept;
+  // Without.
+  static std::optional<lumo::URL> urlWithQueryItemForExtraService(const LumoApiQueryDictionary& queryItem,
+                                                                  std::int32_t type,
+                                                                  std::uint64_t shareType) noexcept;
+  static std::optional<lumo::URL> urlWithQueryItemForCommonService(const LumoApiQueryDictionary& queryItem,
+                                                                   std::int32_t type,
+                                                                   std::uint64_t shareType) noexcept;
+  static std::optional<lumo::URL> urlWithQueryItemForLaunchMiniProgram(
+      const LumoApiQueryDictionary& queryItem, std::int32_t type, std::uint64_t shareType) noexcept;
+  static std::optional<lumo::URL> urlWithQueryItemForThirdAppBindGroup(
+      const LumoApiQueryDictionary& queryItem, std::int32_t type, std::uint64_t shareType) noexcept;
+  static std::optional<lumo::URL> urlWithQueryItemForThirdAppJoinBroup(  // sic
+      const LumoApiQueryDictionary& queryItem, std::int32_t type, std::uint64_t shareType) noexcept;
+  static std::optional<lumo::URL> urlWithQueryItemForAddFriend(const LumoApiQueryDictionary& queryItem,
+                                                               std::int32_t type,
+                                                               std::uint64_t shareType) noexcept;
+  static std::optional<lumo::URL> urlWithQueryItemForGameBindingGroup(const LumoApiQueryDictionary& queryItem,
+                                                                      std::int32_t type,
+                                                                      std::uint64_t shareType) noexcept;
+  static std::optional<lumo::URL> urlWithQueryItemForJoinBroup(  // sic
+      const LumoApiQueryDictionary& queryItem, std::int32_t type, std::uint64_t shareType) noexcept;
+
+  /// The signed group URL of appendSigURLWith(); null also where the parser refuses the text.
+  static std::optional<lumo::URL> urlWithQueryItemForGroupPro(const LumoApiQueryDictionary& queryItem,
+                                                              std::int32_t type, std::uint64_t shareType,
+                                                              std::string_view path,
+                                                              std::string_view sig) noexcept;
+  /// The text of a signed group URL: the pairs in ascending order of their keys, each value but
+  /// "guild_avatar"'s percent-encoded down to letters, marks and numbers, and the signature, encoded alike,
+  /// as the last pair. Null where a value or the signature is not UTF-8.
+  static std::optional<std::string> appendSigURLWith(const LumoApiQueryDictionary& queryItem,
+                                                     std::string_view path, std::string_view sig) noexcept;
+};

@@ -1,0 +1,248 @@
+// The URL builders: one per destination in the messenger, and the signed group URL.
+
+#include "LumoApi/LumoApiMessageAndUrlConverter.h"
+#include "LumoApi/internal/Keys.h"
+#include "LumoApi/internal/Skeleton.h"
+#include "model/LumoApiCurrentObject.h"
+#include "model/LumoApiLog.h"
+#include "platform/PercentEncoding.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace lumo {
+
+namespace {
+
+QueryValue textOrNumber(const Value& value) {
+  return value.asString() ? QueryValue::text(*value.asString()) : QueryValue::number(value);
+}
+
+using Pair = std::pair<std::string_view, const QueryValue*>;
+
+std::vector<Pair> sortedByKey(const LumoApiQueryDictionary& query) {
+  std::vector<Pair> pairs;
+  pairs.reserve(query.size());
+  for (const auto& entry : query) pairs.emplace_back(std::string_view(entry.key), &entry.value);
+  std::sort(pairs.begin(), pairs.end(), [](const Pair& a, const Pair& b) { return a.first < b.first; });
+  return pairs;
+}
+
+/// The keys as one text, "(a, b)"; control characters, which could forge a log line, as `\u00xx`.
+std::string keyList(const std::vector<Pair>& pairs) {
+  constexpr std::string_view kHex = "0123456789abcdef";
+  std::string list = "(";
+  for (const auto& [key, value] : pairs) {
+    if (list.size() > 1) list += ", ";
+    for (const char character : key) {
+      const auto byte = static_cast<unsigned char>(character);
+      if (byte < 0x20 || byte == 0x7F) {
+        ((list += "\\u00") += kHex[byte >> 4]) += kHex[byte & 15];
+      } else {
+        list += character;
+      }
+    }
+  }
+  return list += ')';
+}
+
+/// Appends the text with everything but letters, marks and numbers escaped; false where it is not UTF-8.
+bool appendEncoded(std::string& out, std::string_view text) {
+  const std::optional<std::string> encoded = percentEncoded(text, CharacterSet::Alphanumeric);
+  if (encoded) out += *encoded;
+  return encoded.has_value();
+}
+
+std::optional<std::string> signedText(const LumoApiQueryDictionary& query, std::string_view path,
+                                      std::string_view signature) {
+  const std::vector<Pair> pairs = sortedByKey(query);
+  if (LumoApiLog::isListening()) {
+    const std::string list = keyList(pairs);
+    LumoApiLog::log("%s, sortedKey:%s.",
+                    {"+[LumoApiMessageAndUrlConverter appendSigURLWith:andPath:sig:]", list});
+  }
+  std::string text(kGroupProBase);
+  (text += path) += '?';
+  for (bool first = true; const auto& [key, value] : pairs) {
+    if (!std::exchange(first, false)) text += '&';
+    (text += key) += '=';
+    // The avatar comes ready-made: it holds escapes of its own.
+    if (key == keys::kGuildAvatar.text) {
+      text += value->asText();
+    } else if (!appendEncoded(text, value->asText())) {
+      return std::nullopt;
+    }
+  }
+  text += "&sig=";
+  if (!appendEncoded(text, signature)) return std::nullopt;
+  return text;
+}
+
+}  // namespace
+
+void setCommonKeys(LumoApiQueryDictionary& query, std::int32_t type, const LumoApiDatastore::Values& store) {
+  if (type == 7) {
+    query.set(keys::kShareType, QueryValue::number(1));
+  } else if (type == 5) {
+    query.set(keys::kShareType, QueryValue::number(0));
+  } else if (type == 4) {
+    query.set(keys::kMessageType, QueryValue::fixed("responsefromapp"));
+  }
+  if (store.openId) query.set(keys::kOpenId, QueryValue::text(*store.openId));
+  if (store.uin) query.set(keys::kUin, textOrNumber(*store.uin));
+  if (store.isLumoSupportApiGeneralPastboard) query.set(keys::kGeneralPasteboard, QueryValue::fixed("1"));
+  if (const auto object = LumoApiCurrentObject::get()) {
+    query.set(keys::kCflag, QueryValue::number(Value(object->cflag())));
+  }
+}
+
+Result<URL> route(const Destination& destination, std::string_view path, LumoApiQueryDictionary& query,
+                  const Conversion& conversion, std::uint64_t shareDestType) {
+  if (destination.commonKeys) setCommonKeys(query, conversion.type, *conversion.store);
+  std::optional<URL> url =
+      LumoApiURLEncoder::urlWithScheme(destination.schemeFor(shareDestType), destination.host, path, &query);
+  if (!url) return refused(LumoApiRefusal::Code::InvalidURL, "query", kSilent);
+  return *std::move(url);
+}
+
+Result<URL> routeSigned(const LumoApiQueryDictionary& query, std::string_view path,
+                        std::string_view signature) {
+  std::optional<std::string> text = signedText(query, path, signature);
+  if (!text) return refused(LumoApiRefusal::Code::NotUTF8, "queryDictionary", kSilent);
+  std::optional<URL> url = URL::parse(Data(*std::move(text)));
+  if (!url) return refused(LumoApiRefusal::Code::InvalidURL, "queryDictionary", kSilent);
+  return *std::move(url);
+}
+
+}  // namespace lumo
+
+using lumo::Conversion;
+using lumo::URL;
+namespace destinations = lumo::destinations;
+
+namespace {
+
+std::optional<URL> routed(const lumo::Destination& destination, std::string_view path,
+                          LumoApiQueryDictionary& query, std::int32_t type,
+                          std::uint64_t shareDestType) noexcept {
+  Conversion conversion{.type = type};
+  return lumo::concluded(lumo::converted(conversion, [&](const Conversion& current) {
+    return lumo::route(destination, path, query, current, shareDestType);
+  }));
+}
+
+/// For the destinations without common keys, where the dictionary stays as it is.
+std::optional<URL> routed(const lumo::Destination& destination, const LumoApiQueryDictionary& query,
+                          std::uint64_t shareDestType) noexcept {
+  return LumoApiURLEncoder::urlWithScheme(destination.schemeFor(shareDestType), destination.host,
+                                          destination.path, &query);
+}
+
+}  // namespace
+
+// updateQueryItemInfo:type:shareDestType:
+void LumoApiMessageAndUrlConverter::updateQueryItemInfo(LumoApiQueryDictionary& queryItem, std::int32_t type,
+                                                        std::uint64_t /*shareDestType*/) noexcept {
+  try {
+    lumo::setCommonKeys(queryItem, type, *LumoApiDatastore::instance().values());
+  } catch (...) {  // memory is exhausted: the keys that are missing are left out
+  }
+}
+
+// urlWithQueryItem:type:shareDestType:
+std::optional<URL> LumoApiMessageAndUrlConverter::urlWithQueryItem(LumoApiQueryDictionary& queryItem,
+                                                                   std::int32_t type,
+                                                                   std::uint64_t shareDestType) noexcept {
+  return routed(destinations::kShareToFriend, destinations::kShareToFriend.path, queryItem, type,
+                shareDestType);
+}
+
+// urlWithQueryItemForAvatar:type:shareDestType:path:
+std::optional<URL> LumoApiMessageAndUrlConverter::urlWithQueryItemForAvatar(LumoApiQueryDictionary& queryItem,
+                                                                            std::int32_t type,
+                                                                            std::uint64_t shareDestType,
+                                                                            std::string_view path) noexcept {
+  return routed(destinations::kAvatar, path, queryItem, type, shareDestType);
+}
+
+// urlWithQueryItemForAuth:type:shareDestType:path:
+std::optional<URL> LumoApiMessageAndUrlConverter::urlWithQueryItemForAuth(LumoApiQueryDictionary& queryItem,
+                                                                          std::int32_t type,
+                                                                          std::uint64_t shareDestType,
+                                                                          std::string_view path) noexcept {
+  return routed(destinations::kAuth, path, queryItem, type, shareDestType);
+}
+
+// urlWithQueryItemForFaceCollection:type:shareDestType:
+std::optional<URL> LumoApiMessageAndUrlConverter::urlWithQueryItemForFaceCollection(
+    LumoApiQueryDictionary& queryItem, std::int32_t type, std::uint64_t shareDestType) noexcept {
+  return routed(destinations::kFaceCollection, destinations::kFaceCollection.path, queryItem, type,
+                shareDestType);
+}
+
+// urlWithQueryItemForExtraService:type:shareType:
+std::optional<URL> LumoApiMessageAndUrlConverter::urlWithQueryItemForExtraService(
+    const LumoApiQueryDictionary& queryItem, std::int32_t /*type*/, std::uint64_t shareType) noexcept {
+  return routed(destinations::kExtraService, queryItem, shareType);
+}
+
+// urlWithQueryItemForCommonService:type:shareType:
+std::optional<URL> LumoApiMessageAndUrlConverter::urlWithQueryItemForCommonService(
+    const LumoApiQueryDictionary& queryItem, std::int32_t /*type*/, std::uint64_t shareType) noexcept {
+  return routed(destinations::kCommonService, queryItem, shareType);
+}
+
+// urlWithQueryItemForLaunchMiniProgram:type:shareType:
+std::optional<URL> LumoApiMessageAndUrlConverter::urlWithQueryItemForLaunchMiniProgram(
+    const LumoApiQueryDictionary& queryItem, std::int32_t /*type*/, std::uint64_t shareType) noexcept {
+  return routed(destinations::kMiniProgram, queryItem, shareType);
+}
+
+// urlWithQueryItemForThirdAppBindGroup:type:shareType:
+std::optional<URL> LumoApiMessageAndUrlConverter::urlWithQueryItemForThirdAppBindGroup(
+    const LumoApiQueryDictionary& queryItem, std::int32_t /*type*/, std::uint64_t shareType) noexcept {
+  return routed(destinations::kBindGroup, queryItem, shareType);
+}
+
+// urlWithQueryItemForThirdAppJoinBroup:type:shareType: (sic)
+std::optional<URL> LumoApiMessageAndUrlConverter::urlWithQueryItemForThirdAppJoinBroup(
+    const LumoApiQueryDictionary& queryItem, std::int32_t /*type*/, std::uint64_t shareType) noexcept {
+  return routed(destinations::kJoinGroup, queryItem, shareType);
+}
+
+// urlWithQueryItemForAddFriend:type:shareType:
+std::optional<URL> LumoApiMessageAndUrlConverter::urlWithQueryItemForAddFriend(
+    const LumoApiQueryDictionary& queryItem, std::int32_t /*type*/, std::uint64_t shareType) noexcept {
+  return routed(destinations::kAddFriend, queryItem, shareType);
+}
+
+// urlWithQueryItemForGameBindingGroup:type:shareType:
+std::optional<URL> LumoApiMessageAndUrlConverter::urlWithQueryItemForGameBindingGroup(
+    const LumoApiQueryDictionary& queryItem, std::int32_t /*type*/, std::uint64_t shareType) noexcept {
+  return routed(destinations::kBindGameGroup, queryItem, shareType);
+}
+
+// urlWithQueryItemForJoinBroup:type:shareType: (sic)
+std::optional<URL> LumoApiMessageAndUrlConverter::urlWithQueryItemForJoinBroup(
+    const LumoApiQueryDictionary& queryItem, std::int32_t /*type*/, std::uint64_t shareType) noexcept {
+  return routed(destinations::kShowCard, queryItem, shareType);
+}
+
+// urlWithQueryItemForGroupPro:type:shareType:path:sig:
+std::optional<URL> LumoApiMessageAndUrlConverter::urlWithQueryItemForGroupPro(
+    const LumoApiQueryDictionary& queryItem, std::int32_t type, std::uint64_t /*shareType*/,
+    std::string_view path, std::string_view sig) noexcept {
+  Conversion conversion{.type = type};
+  return lumo::concluded(lumo::converted(
+      conversion, [&](const Conversion&) { return lumo::routeSigned(queryItem, path, sig); }));
+}
+
+// appendSigURLWith:andPath:sig:
+std::optional<std::string> LumoApiMessageAndUrlConverter::appendSigURLWith(
+    const LumoApiQueryDictionary& queryItem, std::string_view path, std::string_view sig) noexcept try {
+  return lumo::signedText(queryItem, path, sig);
+} catch (...) {  // memory is exhausted
+  return std::nullopt;
+}

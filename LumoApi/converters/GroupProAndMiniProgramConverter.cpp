@@ -1,0 +1,69 @@
+// Requests to open something inside the messenger: a group-pro, whose query comes ready-made and signed, or a
+// mini-program.
+
+#include "LumoApi/LumoApiMessageAndUrlConverter.h"
+#include "LumoApi/converters/Converters.h"
+#include "LumoApi/internal/Keys.h"
+
+namespace lumo::converters {
+
+namespace {
+
+Result<URL> urlWithGroupProObject(const GroupProObject& object, std::string_view path) {
+  if (!object.signString()) return missing("signString", kSilent);
+  LumoApiQueryDictionary query;
+  if (const auto& pairs = object.queryDictionary()) {
+    query.reserve(pairs->size());
+    for (const auto& [key, value] : *pairs) query.set(key, QueryValue::text(value));
+  }
+  return routeSigned(query, path, *object.signString());
+}
+
+}  // namespace
+
+Result<URL> urlWithCreateGroupProObject(const LumoApiCreateLumoGroupProObject& object, Conversion&) {
+  return urlWithGroupProObject(object, "/create");
+}
+
+Result<URL> urlWithJoinGroupProObject(const LumoApiJoinLumoGroupProObject& object, Conversion&) {
+  return urlWithGroupProObject(object, "/join");
+}
+
+Result<URL> urlWithApiLaunchMiniProgramObject(const LumoApiLaunchMiniProgramObject& object,
+                                              Conversion& conversion) {
+  if (isEmpty(object.miniAppID())) return missing("miniAppID", "param error: miniAppID is nil");
+
+  const LumoApiDatastore::Values& store = *conversion.store;
+  LumoApiQueryDictionary query;
+  query.set(keys::kSourceType, QueryValue::fixed("app"));
+  query.set(keys::kCallbackType, QueryValue::fixed("scheme"));
+  query.set(keys::kMiniAppId, QueryValue::text(*object.miniAppID()));
+  setBase64(query, keys::kMiniPath, object.miniPath());
+  query.set(keys::kMiniType, QueryValue::number(Value(object.miniprogramType())));
+  query.set(keys::kVersion, QueryValue::fixed("1"));
+  if (store.openId) query.set(keys::kOpenId, QueryValue::text(*store.openId));
+  if (store.appId) query.set(keys::kAppId, QueryValue::text(*store.appId));
+  setCallbackName(query, conversion);
+  setTitles(query, object, conversion);
+  return route(destinations::kMiniProgram, query, conversion, object.shareDestType());
+}
+
+}  // namespace lumo::converters
+
+// urlWithCreateGroupProObject:type:
+std::optional<lumo::URL> LumoApiMessageAndUrlConverter::urlWithCreateGroupProObject(
+    const LumoApiCreateLumoGroupProObject& object, std::int32_t type) noexcept {
+  return lumo::convertedObject<lumo::converters::urlWithCreateGroupProObject>(object, type);
+}
+
+// urlWithJoinGroupProObject:type:
+std::optional<lumo::URL> LumoApiMessageAndUrlConverter::urlWithJoinGroupProObject(
+    const LumoApiJoinLumoGroupProObject& object, std::int32_t type) noexcept {
+  return lumo::convertedObject<lumo::converters::urlWithJoinGroupProObject>(object, type);
+}
+
+// urlWithApiLaunchMiniProgramObject:type:
+std::optional<lumo::URL> LumoApiMessageAndUrlConverter::urlWithApiLaunchMiniProgramObject(
+    const LumoApiLaunchMiniProgramObject& object, std::int32_t type) noexcept {
+  return lumo::convertedObject<lumo::converters::urlWithApiLaunchMiniProgramObject>(object, type);
+}

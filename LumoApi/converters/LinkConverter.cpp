@@ -1,0 +1,68 @@
+// A link of whatever kind: web page, audio, video, news.
+
+#include "LumoApi/LumoApiMessageAndUrlConverter.h"
+#include "LumoApi/converters/Converters.h"
+#include "LumoApi/internal/Keys.h"
+
+#include <array>
+
+namespace lumo::converters {
+
+namespace {
+
+std::string_view kindWord(std::uint64_t targetContentType) noexcept {
+  constexpr std::array<std::string_view, 4> kWords{"url", "audio", "video", "news"};
+  return targetContentType < kWords.size() ? kWords[targetContentType] : "unknown";
+}
+
+/// The title is required unless the flags say, with exactly this value, that the link goes without.
+constexpr std::uint64_t kNoTitleFlag = 8;
+
+Check checked(const LumoApiURLObject& object) {
+  const auto& preview = object.previewImageData();
+  if (preview && exceeds(*preview, limits::kPreviewImage)) {
+    return tooLarge("previewImageData", *preview, limits::kPreviewImage,
+                    "param error: preview image data is too big");
+  }
+  if (isEmpty(object.title()) && object.cflag() != kNoTitleFlag)
+    return missing("title", "param error: title is nil");
+  if (!object.url() || object.url()->absoluteString().empty())
+    return missing("url", "param error: url is nil");
+  if (exceeds(object.url()->absoluteString(), limits::kURL)) {
+    return tooLarge("url", object.url()->absoluteString(), limits::kURL, "param error: url is too long");
+  }
+  return std::nullopt;
+}
+
+void setURL(LumoApiQueryDictionary& query, QueryKey key, const std::optional<URL>& url) {
+  if (url) setBase64(query, std::move(key), url->absoluteString());
+}
+
+}  // namespace
+
+Result<URL> urlWithURLObject(const LumoApiURLObject& object, Conversion& conversion) {
+  if (Check refusal = checked(object)) return *refusal;
+
+  LumoApiQueryDictionary query = fixedEntries(kindWord(object.targetContentType()));
+  setURL(query, keys::kURL, object.url());
+  query.set(keys::kObjectLocation,
+            QueryValue::fixed(conversion.store->isLumoSupportUrlInsteadPastedboard ? "url" : "pasteboard"));
+  setCallbackName(query, conversion);
+  if (Check refusal = setTagNameAndMessageExt(query, object)) return *refusal;
+  setTitles(query, object, conversion);
+  setURL(query, keys::kPreviewImageURL, object.previewImageURL());
+  if (const auto* flash = dynamic_cast<const OffersFlashURL*>(&object)) {
+    setURL(query, keys::kFlashURL, flash->flashURL());
+  }
+  stageByLocation({.previewImage = &object.previewImageData(), .kivaData = kivaDataOf(conversion)}, query,
+                  conversion);
+  return route(destinations::kShareToFriend, query, conversion, object.shareDestType());
+}
+
+}  // namespace lumo::converters
+
+// urlWithURLObject:type:kivaObj:
+std::optional<lumo::URL> LumoApiMessageAndUrlConverter::urlWithURLObject(
+    const LumoApiURLObject& object, std::int32_t type, const LumoApiKivaObject* kivaObj) noexcept {
+  return lumo::convertedObject<lumo::converters::urlWithURLObject>(object, type, kivaObj);
+}

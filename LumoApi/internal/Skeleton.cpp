@@ -1,0 +1,63 @@
+#include "LumoApi/internal/Skeleton.h"
+
+#include "LumoApi/internal/Keys.h"
+#include "model/LumoApiLog.h"
+#include "platform/Text.h"
+
+namespace lumo {
+
+LumoApiQueryDictionary fixedEntries(std::string_view kindWord) {
+  LumoApiQueryDictionary query;
+  query.reserve(20);
+  query.set(keys::kSourceType, QueryValue::fixed("app"));
+  query.set(keys::kVersion, QueryValue::fixed("1"));
+  query.set(keys::kFileType, QueryValue::fixed(kindWord));
+  query.set(keys::kCallbackType, QueryValue::fixed("scheme"));
+  return query;
+}
+
+LumoApiQueryDictionary fixedEntriesWithPasteboard(std::string_view kindWord) {
+  LumoApiQueryDictionary query = fixedEntries(kindWord);
+  query.set(keys::kObjectLocation, QueryValue::fixed("pasteboard"));
+  return query;
+}
+
+void setCallbackName(LumoApiQueryDictionary& query, const Conversion& conversion) {
+  if (const auto& scheme = conversion.store->scheme)
+    query.set(keys::kCallbackName, QueryValue::text(*scheme));
+}
+
+Check setTagNameAndMessageExt(LumoApiQueryDictionary& query, const TaggedObject& object) {
+  if (const auto& tagName = object.tagName()) {
+    if (exceeds(*tagName, limits::kTagName)) {
+      return tooLarge("tagName", *tagName, limits::kTagName, "param error: tag name data is too big");
+    }
+    setBase64(query, keys::kTagName, *tagName);
+  }
+  if (const auto& messageExt = object.messageExt()) {
+    if (exceeds(*messageExt, limits::kMessageExt)) {
+      return tooLarge("messageExt", *messageExt, limits::kMessageExt,
+                      "param error: message ext data is too big");
+    }
+    setBase64(query, keys::kMessageExt, *messageExt);
+  }
+  return std::nullopt;
+}
+
+void setTitles(LumoApiQueryDictionary& query, const LumoApiObject& object, const Conversion& conversion) {
+  setTitles(query, object.title(), object.description(), conversion.store->appName);
+}
+
+const std::optional<std::string>* kivaDataOf(const Conversion& conversion) noexcept {
+  return conversion.kiva ? &conversion.kiva->kivaData() : nullptr;
+}
+
+std::optional<URL> concluded(Result<URL> result, LumoApiRefusal* reason) noexcept {
+  if (reason) *reason = result ? LumoApiRefusal() : result.refusal();
+  if (result) return std::move(*result);
+  const LumoApiRefusal& refusal = result.refusal();
+  if (refusal.logText) LumoApiLog::log(*refusal.logText, {}, refusal.line);
+  return std::nullopt;
+}
+
+}  // namespace lumo

@@ -1,0 +1,128 @@
+#pragma once
+
+#include "LumoApi/internal/Destinations.h"
+#include "LumoApi/internal/Refusal.h"
+#include "model/LumoApiDatastore.h"
+#include "model/LumoApiLargeData.h"
+#include "model/LumoApiMessage.h"
+#include "model/LumoApiModel.h"
+#include "model/LumoApiQueryDictionary.h"
+#include "platform/Data.h"
+#include "platform/URL.h"
+
+#include <concepts>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// What the conversions of all kinds share: the steps that each of them calls in order, and the frame around
+// one conversion. Nothing here is seen by users.
+
+namespace lumo {
+
+/// What a conversion knows of its surroundings, and what it leaves behind.
+struct Conversion {
+  std::int32_t type = 0;
+  const LumoApiKivaObject* kiva = nullptr;
+  /// The store's values, read once.
+  std::shared_ptr<const LumoApiDatastore::Values> store = LumoApiDatastore::instance().values();
+  /// The record to hand over once the URL stands; null: the datastore keeps what it has.
+  LumoApiLargeDataPtr staged = nullptr;
+};
+
+/// The bulky parts of a request; a null pointer is a part that it does not have.
+struct LargeDataParts {
+  const std::optional<Data>* previewImage = nullptr;
+  const std::optional<Data>* fileData = nullptr;
+  const std::optional<std::vector<Data>>* imageList = nullptr;
+  const std::optional<std::string>* kivaData = nullptr;
+};
+
+// --- The steps, in the order in which a conversion takes them ---
+
+/// A new query: the sending side, the kind word, how the messenger calls back.
+LumoApiQueryDictionary fixedEntries(std::string_view kindWord);
+
+/// The same, with the object to be found in the large-data record.
+LumoApiQueryDictionary fixedEntriesWithPasteboard(std::string_view kindWord);
+
+/// The scheme under which the messenger opens the app again, where the store has one.
+void setCallbackName(LumoApiQueryDictionary& query, const Conversion& conversion);
+
+/// Tag name, then message extension; each may be refused for its length, and is left out where it is not
+/// UTF-8.
+Check setTagNameAndMessageExt(LumoApiQueryDictionary& query, const TaggedObject& object);
+
+/// Title, description and the app's display name, each left out where it is absent or not UTF-8.
+void setTitles(LumoApiQueryDictionary& query, const LumoApiObject& object, const Conversion& conversion);
+
+/// Prepares the record for the datastore and logs its count. An empty record is not handed over.
+void stage(const LargeDataParts& parts, Conversion& conversion);
+
+/// Writes the archived record into the query where its "objectlocation" is "url"; stages it otherwise.
+void stageByLocation(const LargeDataParts& parts, LumoApiQueryDictionary& query, Conversion& conversion);
+
+/// The launch URL, with the common keys where the destination carries them.
+Result<URL> route(const Destination& destination, std::string_view path, LumoApiQueryDictionary& query,
+                  const Conversion& conversion, std::uint64_t shareDestType);
+inline Result<URL> route(const Destination& destination, LumoApiQueryDictionary& query,
+                         const Conversion& conversion, std::uint64_t shareDestType) {
+  return route(destination, destination.path, query, conversion, shareDestType);
+}
+
+/// The signed group URL.
+Result<URL> routeSigned(const LumoApiQueryDictionary& query, std::string_view path,
+                        std::string_view signature);
+
+// --- Pieces of the steps ---
+
+/// The key with the base64 of the text; nothing where the text is null or not UTF-8.
+void setBase64(LumoApiQueryDictionary& query, QueryKey key, std::optional<std::string_view> text);
+
+/// The card's text, or null.
+const std::optional<std::string>* kivaDataOf(const Conversion& conversion) noexcept;
+
+/// The record of the parts, perhaps empty.
+std::shared_ptr<LumoApiLargeData> largeData(const LargeDataParts& parts);
+
+/// The title, description and display name steps, for callers without an object. `appName` may be null.
+void setTitles(LumoApiQueryDictionary& query, std::optional<std::string_view> title,
+               std::optional<std::string_view> description, std::optional<std::string_view> appName);
+
+/// The common keys.
+void setCommonKeys(LumoApiQueryDictionary& query, std::int32_t type, const LumoApiDatastore::Values& store);
+
+// --- The frame ---
+
+/// Runs `convert(conversion)`, hands its record over if a URL came out, and makes a refusal of everything
+/// thrown.
+template <std::invocable<Conversion&> Convert>
+Result<URL> converted(Conversion& conversion, const Convert& convert) noexcept {
+  try {
+    Result<URL> url = convert(conversion);
+    if (url && conversion.staged &&
+        !LumoApiDatastore::instance().setApiLargeData(std::move(conversion.staged))) {
+      return refused(LumoApiRefusal::Code::PasteboardFailed, "apiLargeData", kSilent);
+    }
+    return url;
+  } catch (...) {
+    return refused(LumoApiRefusal::Code::OutOfMemory, "", kSilent);
+  }
+}
+
+/// The one place where a refusal becomes its log line and a null result.
+std::optional<URL> concluded(Result<URL> result, LumoApiRefusal* reason = nullptr) noexcept;
+
+/// A public converter operation: `Convert` for one object.
+template <auto Convert, class Object>
+std::optional<URL> convertedObject(Object& object, std::int32_t type,
+                                   const LumoApiKivaObject* kiva = nullptr) noexcept {
+  Conversion conversion{.type = type, .kiva = kiva};
+  return concluded(
+      converted(conversion, [&object](Conversion& current) { return Convert(object, current); }));
+}
+
+}  // namespace lumo

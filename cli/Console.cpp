@@ -1,0 +1,14 @@
+#include "cli/Console.h"
+
+#include <cstdio>
+#include <string>
+
+namespace lumo::cli {
+
+void complain(std::string_view text) {
+  std::string line("lumoapi: ");
+  line.append(text).append("\n");
+  std::fwrite(line.data(), 1, line.size(), stderr);
+}
+
+}  // namespace lumo::cli

@@ -1,0 +1,49 @@
+#include "cli/Encode.h"
+
+#include "LumoApi/LumoApiMessageAndUrlConverter.h"
+#include "cli/Conversions.h"
+#include "cli/RequestReader.h"
+#include "cli/ResultWriter.h"
+#include "cli/Surroundings.h"
+#include "platform/JSON.h"
+
+#include <utility>
+
+namespace lumo::cli {
+
+namespace {
+
+Value resultOf(const std::optional<URL>& url, const LumoApiObject* object, const Stage& stage) {
+  Value::Dictionary result;
+  result.reserve(4);
+  result.set("url", url ? Value(url->absoluteString()) : Value());
+  result.set("log", documentOf(stage.log()));
+  result.set("apiLargeData", documentOf(LumoApiDatastore::instance().getApiLargeData()));
+  result.set("object", documentOf(object));
+  return result;
+}
+
+}  // namespace
+
+int encode(const EncodeOptions& options) {
+  Stage stage;
+  const JSONStyle style{.escapeSolidus = false, .indent = options.lines ? -1 : 2};
+  const Convert convert = [&](const Place& document, std::string& output) {
+    EncodeRequest request = readEncodeRequest(document);
+    stage.set(std::move(request.surroundings));
+    LumoApiRefusal refusal;
+    const std::optional<URL> url = LumoApiMessageAndUrlConverter::urlWithMessage(request.message, &refusal);
+    if (options.urlAlone) {
+      if (url) output += url->absoluteString();
+    } else {
+      const LumoApiObject* object = request.message ? request.message->object().get() : nullptr;
+      output += *writeJSON(resultOf(url, object, stage), style);
+    }
+    return refusal;
+  };
+  if (!options.lines) return convertDocument(options.file, convert);
+  return convertLines(options.file, options.urlAlone ? LineErrors::OnStandardError : LineErrors::AsResults,
+                      convert);
+}
+
+}  // namespace lumo::cli

@@ -1,0 +1,120 @@
+#include "cli/Files.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <new>
+#include <string_view>
+#include <system_error>
+
+namespace lumo::cli {
+
+namespace {
+
+/// Whether a call that failed is to be made again, after waiting until it can succeed.
+bool isWorthAnotherTry(int descriptor, short event) {
+  if (errno == EINTR) return true;
+  if (errno != EAGAIN && errno != EWOULDBLOCK) return false;
+  pollfd awaited{descriptor, event, 0};
+  ::poll(&awaited, 1, -1);
+  return true;
+}
+
+std::size_t readSome(int descriptor, const std::string& name, char* buffer, std::size_t size) {
+  while (true) {
+    const ssize_t count = ::read(descriptor, buffer, size);
+    if (count >= 0) return static_cast<std::size_t>(count);
+    if (!isWorthAnotherTry(descriptor, POLLIN)) throw FileError(name, errno);
+  }
+}
+
+/// What the descriptor's file says of itself; a size of 0 where it does not know.
+std::size_t expectedSize(const struct stat& status) {
+  return S_ISREG(status.st_mode) && status.st_size > 0 ? static_cast<std::size_t>(status.st_size) : 0;
+}
+
+std::string readToEnd(int descriptor, const std::string& name, std::size_t sizeHint) {
+  constexpr std::size_t kLeast = 64 * 1024;
+  if (sizeHint > kMostBytes) throw FileError(name, EFBIG);
+  std::string bytes(std::max(sizeHint + 1, kLeast), '\0');  // one more shows the end without growing
+  std::size_t used = 0;
+  while (const std::size_t count = readSome(descriptor, name, bytes.data() + used, bytes.size() - used)) {
+    used += count;
+    if (used > kMostBytes) throw FileError(name, EFBIG);
+    if (used == bytes.size()) bytes.resize(used * 2);
+  }
+  bytes.resize(used);
+  return bytes;
+}
+
+struct Closer {
+  int descriptor;
+  ~Closer() { ::close(descriptor); }
+};
+
+}  // namespace
+
+FileError::FileError(const std::string& name, int error)
+    : FileError(name, std::generic_category().message(error)) {
+  brokenPipe_ = error == EPIPE;
+}
+
+Input::Input(const std::string& file) : name_(file), descriptor_(STDIN_FILENO) {
+  if (file == "-") {
+    name_ = "standard input";
+    return;
+  }
+  folder_ = std::filesystem::path(file).parent_path();
+  descriptor_ = ::open(file.c_str(), O_RDONLY | O_CLOEXEC);
+  if (descriptor_ < 0) throw FileError(name_, errno);
+}
+
+Input::~Input() {
+  if (descriptor_ != STDIN_FILENO) ::close(descriptor_);
+}
+
+std::size_t Input::read(char* buffer, std::size_t size) const {
+  return readSome(descriptor_, name_, buffer, size);
+}
+
+std::string Input::readAll() const {
+  struct stat status {};
+  return readToEnd(descriptor_, name_, ::fstat(descriptor_, &status) == 0 ? expectedSize(status) : 0);
+}
+
+void Output::flush() {
+  std::string_view left = buffer_;
+  while (!left.empty()) {
+    const ssize_t count = ::write(STDOUT_FILENO, left.data(), left.size());
+    if (count >= 0) {
+      left.remove_prefix(static_cast<std::size_t>(count));
+    } else if (!isWorthAnotherTry(STDOUT_FILENO, POLLOUT)) {
+      throw FileError("standard output", errno);
+    }
+  }
+  buffer_.clear();
+}
+
+Data readRegularFile(const std::filesystem::path& path) {
+  const std::string& name = path.native();
+  if (name.find('\0') != std::string::npos) throw FileError(name.c_str(), "the path holds a zero byte");
+  // Without O_NONBLOCK a pipe that nobody writes to would keep the tool waiting.
+  const int descriptor = ::open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+  if (descriptor < 0) throw FileError(name, errno);
+  const Closer closer{descriptor};
+  struct stat status {};
+  if (::fstat(descriptor, &status) != 0) throw FileError(name, errno);
+  if (S_ISDIR(status.st_mode)) throw FileError(name, EISDIR);
+  if (!S_ISREG(status.st_mode)) throw FileError(name, "not a regular file");
+  try {
+    return Data(readToEnd(descriptor, name, expectedSize(status)));
+  } catch (const std::bad_alloc&) {
+    throw FileError(name, ENOMEM);
+  }
+}
+
+}  // namespace lumo::cli

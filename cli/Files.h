@@ -1,0 +1,67 @@
+#pragma once
+
+#include "platform/Data.h"
+
+#include <cstddef>
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+
+namespace lumo::cli {
+
+/// The most that is read of a file, and of a line: what the JSON parser takes.
+inline constexpr std::size_t kMostBytes = 0x7FFFFFFF;
+
+/// A file that could not be read or written; says which and why.
+class FileError : public std::runtime_error {
+ public:
+  FileError(const std::string& name, const std::string& reason) : std::runtime_error(name + ": " + reason) {}
+  /// The reason is what `error` (an errno) stands for.
+  FileError(const std::string& name, int error);
+
+  /// Whether the reader of a pipe went away, which is nothing to talk about.
+  bool isBrokenPipe() const noexcept { return brokenPipe_; }
+
+ private:
+  bool brokenPipe_ = false;
+};
+
+/// The file that a command reads; "-" is standard input.
+class Input {
+ public:
+  explicit Input(const std::string& file);
+  ~Input();
+  Input(const Input&) = delete;
+  Input& operator=(const Input&) = delete;
+
+  /// For messages.
+  const std::string& name() const noexcept { return name_; }
+  /// What paths inside the document are relative to.
+  const std::filesystem::path& folder() const noexcept { return folder_; }
+
+  /// Waits for bytes and gives how many were put into the buffer; 0 at the end.
+  std::size_t read(char* buffer, std::size_t size) const;
+  /// All that is left, in one piece.
+  std::string readAll() const;
+
+ private:
+  std::string name_;
+  std::filesystem::path folder_;
+  int descriptor_;
+};
+
+/// Standard output, written in large pieces.
+class Output {
+ public:
+  /// What is written next; whoever appends to it calls flush().
+  std::string& buffer() noexcept { return buffer_; }
+  void flush();
+
+ private:
+  std::string buffer_;
+};
+
+/// The bytes of a regular file; anything else (a pipe, a device, a folder) is an error.
+Data readRegularFile(const std::filesystem::path& path);
+
+}  // namespace lumo::cli

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "cli/FieldReader.h"
+#include "cli/Surroundings.h"
+#include "model/LumoApiMessage.h"
+
+#include <memory>
+#include <optional>
+
+namespace lumo::cli {
+
+void read(const Place& place, std::shared_ptr<LumoApiObject>& object);
+void read(const Place& place, std::shared_ptr<LumoApiKivaObject>& card);
+void read(const Place& place, LumoApiMessage& message);
+void read(const Place& place, LumoApiLargeDataPtr& record);
+void read(const Place& place, Surroundings::WebView& webView);
+
+/// Takes the members of a request that describe what surrounds its conversion.
+void takeSurroundings(Members& request, Surroundings& surroundings);
+
+/// A message that is to be turned into its launch URL.
+struct EncodeRequest {
+  std::optional<LumoApiMessage> message;
+  Surroundings surroundings;
+};
+
+/// Throws a DocumentError where the document is no such request.
+EncodeRequest readEncodeRequest(const Place& document);
+
+}  // namespace lumo::cli

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "model/LumoApiLargeData.h"
+#include "model/LumoApiMessage.h"
+#include "platform/Value.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace lumo::cli {
+
+// The document forms of what a conversion leaves behind: values that JSON can hold, bytes as
+// {"$data": base64}, null for what is not there. An absent field is left out, and so is an integer that is 0.
+
+Value documentOf(const LumoApiObject* object);
+Value documentOf(const std::optional<LumoApiMessage>& message);
+Value documentOf(const LumoApiLargeDataPtr& record);
+Value documentOf(const std::vector<std::string>& texts);
+
+}  // namespace lumo::cli

@@ -39,6 +39,46 @@ class LUMOAPI_EXPORT LumoApiMessageAndUrlConverter {
   static std::optional<lumo::URL> urlWithMessage(const std::optional<LumoApiMessage>& message,
                                                  LumoApiRefusal* refusal) noexcept;
 
+  // --- From a URL that opened the app to its message
+  // ---------------------------------------------------------------
+  //
+  // What such a URL says is unauthenticated: any app on the device may open another one with any URL.
+
+  /// The message of a URL that opened the app: a request of the messenger to show (type 1) or to pick (type
+  /// 3) content, its response to an earlier request (type 6), or a launch from a mini-app (type 1). The
+  /// web-view kit may claim the URL first. Null for a URL without host or query pair, for an unknown host
+  /// (which is logged) and for an unknown path of a request. The same as messageWithUrlNoClipboard(): the
+  /// stored message is never read.
+  static std::optional<LumoApiMessage> messageWithUrl(const std::optional<lumo::URL>& url) noexcept;
+  /// The same, and the reason of a null result in `refusal` (its code None where there is a message); it may
+  /// be null.
+  static std::optional<LumoApiMessage> messageWithUrl(const std::optional<lumo::URL>& url,
+                                                      LumoApiRefusal* refusal) noexcept;
+  static std::optional<LumoApiMessage> messageWithUrlNoClipboard(
+      const std::optional<lumo::URL>& url) noexcept;
+
+  /// The message that the datastore holds, for a URL whose query has "NeedToGetData" with exactly the value
+  /// "true", whatever its host; null for every other URL. The web-view kit may claim the URL first.
+  static std::optional<LumoApiMessage> messageWithUrlUsedClipboard(
+      const std::optional<lumo::URL>& url) noexcept;
+  /// The same with the reason of a null result.
+  static std::optional<LumoApiMessage> messageWithUrlUsedClipboard(const std::optional<lumo::URL>& url,
+                                                                   LumoApiRefusal* refusal) noexcept;
+
+  /// The launch from a mini-app: a LumoApiMiniProgramLaunchObject with the decoded "appParameter" (empty
+  /// where the query has none, null where its escapes are bad). Null only where memory is exhausted.
+  static std::optional<LumoApiMessage> messageWithLaunchFromLumoMiniApp(
+      const LumoApiURLDecoder& decoder) noexcept;
+  /// A request of the messenger, by the path: "/pick" gives a message without object, "/view" one with the
+  /// object of getObjectByUrl(), which may be null; any other path gives null.
+  static std::optional<LumoApiMessage> messageWithRequestFromLumo(const LumoApiURLDecoder& decoder) noexcept;
+  /// The content object that the query describes, bytes taken from the datastore's large-data record; null
+  /// for a "file_type" that is absent or unknown. Fields that are absent or do not decode are null. A link is
+  /// parsed and never opened or resolved.
+  static std::shared_ptr<LumoApiObject> getObjectByUrl(const LumoApiURLDecoder& decoder) noexcept;
+  /// The response of the messenger: a LumoApiResultObject. Null only where memory is exhausted.
+  static std::optional<LumoApiMessage> messageWithResponseFromLumo(const LumoApiURLDecoder& decoder) noexcept;
+
   // --- One converter per kind of content
   // ------------------------------------------------------------------------
   //

@@ -101,7 +101,7 @@ std::optional<lumo::URL> LumoApiMessageAndUrlConverter::urlWithMessage(
 
 std::optional<lumo::URL> LumoApiMessageAndUrlConverter::urlWithMessage(
     const std::optional<LumoApiMessage>& message, LumoApiRefusal* refusal) noexcept {
-  if (!message) return lumo::concluded(lumo::missing("message", lumo::kSilent), refusal);
+  if (!message) return lumo::concluded<lumo::URL>(lumo::missing("message", lumo::kSilent), refusal);
   lumo::Conversion conversion{.type = message->type(),
                               .kiva = message->isSupportKiva() ? message->kivaObject().get() : nullptr};
   return lumo::concluded(lumo::converted(conversion,

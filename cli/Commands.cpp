@@ -38,7 +38,7 @@ read or written.
 constexpr std::string_view kEncodeHelp = R"(Turns a message into the URL that launches the messenger with it.
 
   $ echo '{"message": {"object": {"class": "LumoApiTextObject", "text": "hello"}}}' | lumoapi encode --url
-  mlumoapi://share/to_fri?src_type=app&file_type=text&version=1&callback_type=scheme&file_data=aGVsbG8=
+  mlumoapi://share/to_fri?src_type=app&version=1&file_type=text&callback_type=scheme&file_data=aGVsbG8=
 
   $ lumoapi encode share.json              the result: URL, log lines, staged bytes, content object
   $ lumoapi encode --lines < shares.jsonl  the result of each line, for a program at the other end of a pipe
@@ -48,7 +48,8 @@ Usage: lumoapi encode [--url] [--lines] [FILE]
   FILE         the request, a JSON document; standard input without one, or with -
   --url        write the URL alone (nothing where the request is refused)
   --lines      read one request a line and write one result a line, in order; a line in error gives
-               {"error": "..."}. With --url: one URL a line, empty where there is none
+               {"error": "..."}. With --url: one URL a line, empty where there is none (the reason is on
+               standard error)
   -h, --help   show this text
 
 A request holds "message", and what surrounds it: "datastore", "currentObject", "webView". Bytes are
@@ -60,7 +61,9 @@ error, 4 a file that cannot be read or written. With --lines: 0, unless a line w
 
 using Arguments = std::vector<std::string>;
 
-void print(std::string_view text, std::FILE* stream) { std::fwrite(text.data(), 1, text.size(), stream); }
+void print(std::string_view text, std::FILE* stream) {
+  static_cast<void>(std::fwrite(text.data(), 1, text.size(), stream));
+}
 
 int printed(std::string_view text) {
   print(text, stdout);
@@ -111,7 +114,8 @@ int noSuchCommand(const std::string& name) {
   std::vector<std::string_view> names;
   std::transform(std::begin(kCommands), std::end(kCommands), std::back_inserter(names),
                  [](const Command& command) { return command.name; });
-  return wrongUsage("no command " + name + suggestion(name, names), kToolHelp);
+  const std::string kind = name.starts_with('-') ? "option " : "command ";
+  return wrongUsage("no " + kind + name + suggestion(name, names), kToolHelp);
 }
 
 }  // namespace

@@ -8,7 +8,7 @@ namespace lumo::cli {
 void complain(std::string_view text) {
   std::string line("lumoapi: ");
   line.append(text).append("\n");
-  std::fwrite(line.data(), 1, line.size(), stderr);
+  static_cast<void>(std::fwrite(line.data(), 1, line.size(), stderr));
 }
 
 }  // namespace lumo::cli

@@ -9,8 +9,6 @@ namespace lumo::cli {
 
 namespace {
 
-constexpr std::string_view kBlanks = " \t\r";
-
 /// Runs a command's work; what it cannot read or write ends it.
 template <class Work>
 int withFiles(const Work& work) {
@@ -40,6 +38,8 @@ Value parsedLine(std::string_view line) {
                       error.message);
 }
 
+bool isBlank(std::string_view line) { return line.find_first_not_of(" \t\r") == std::string_view::npos; }
+
 void appendErrorResult(std::string& output, const std::string& message) {
   output += *writeJSON(Value::Dictionary{{"error", message}}, {.escapeSolidus = false});
 }
@@ -67,26 +67,30 @@ int convertDocument(const std::string& file, const Convert& convert) {
   });
 }
 
-int convertLines(const std::string& file, LineErrors errors, const Convert& convert) {
+int convertLines(const std::string& file, Reasons reasons, const Convert& convert) {
   return withFiles([&] {
-    constexpr std::size_t kFlushedFrom = 1024 * 1024;
+    constexpr std::size_t kFlushedFrom = std::size_t{1} << 20;
     const Input input(file);
     LineReader lines(input);
     Output output;
     int status = kDone;
     std::size_t number = 0;
+    const auto report = [&](const std::string& reason) {
+      complain(input.name() + ":" + std::to_string(number) + ": " + reason);
+    };
     while (const std::optional<std::string_view> line = lines.next(output)) {
       ++number;
-      if (line->find_first_not_of(kBlanks) == std::string_view::npos) continue;
+      if (isBlank(*line)) continue;
       try {
         const Value document = parsedLine(*line);
-        convert(Place(document, input.folder()), output.buffer());
+        const LumoApiRefusal refusal = convert(Place(document, input.folder()), output.buffer());
+        if (refusal && reasons == Reasons::OnStandardError) report("refused: " + refusal.description());
       } catch (const DocumentError& error) {
         status = kDocumentError;
-        if (errors == LineErrors::AsResults) {
-          appendErrorResult(output.buffer(), error.what());
+        if (reasons == Reasons::OnStandardError) {
+          report(error.what());
         } else {
-          complain(input.name() + ":" + std::to_string(number) + ": " + error.what());
+          appendErrorResult(output.buffer(), error.what());
         }
       }
       output.buffer() += '\n';

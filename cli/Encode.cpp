@@ -5,7 +5,6 @@
 #include "cli/RequestReader.h"
 #include "cli/ResultWriter.h"
 #include "cli/Surroundings.h"
-#include "platform/JSON.h"
 
 #include <utility>
 
@@ -37,12 +36,12 @@ int encode(const EncodeOptions& options) {
       if (url) output += url->absoluteString();
     } else {
       const LumoApiObject* object = request.message ? request.message->object().get() : nullptr;
-      output += *writeJSON(resultOf(url, object, stage), style);
+      appendResult(output, resultOf(url, object, stage), style);
     }
     return refusal;
   };
   if (!options.lines) return convertDocument(options.file, convert);
-  return convertLines(options.file, options.urlAlone ? LineErrors::OnStandardError : LineErrors::AsResults,
+  return convertLines(options.file, options.urlAlone ? Reasons::OnStandardError : Reasons::InResults,
                       convert);
 }
 

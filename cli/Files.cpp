@@ -38,7 +38,7 @@ std::size_t expectedSize(const struct stat& status) {
 }
 
 std::string readToEnd(int descriptor, const std::string& name, std::size_t sizeHint) {
-  constexpr std::size_t kLeast = 64 * 1024;
+  constexpr std::size_t kLeast = std::size_t{1} << 16;
   if (sizeHint > kMostBytes) throw FileError(name, EFBIG);
   std::string bytes(std::max(sizeHint + 1, kLeast), '\0');  // one more shows the end without growing
   std::size_t used = 0;
@@ -101,7 +101,9 @@ void Output::flush() {
 
 Data readRegularFile(const std::filesystem::path& path) {
   const std::string& name = path.native();
-  if (name.find('\0') != std::string::npos) throw FileError(name.c_str(), "the path holds a zero byte");
+  if (const std::size_t zero = name.find('\0'); zero != std::string::npos) {
+    throw FileError(name.substr(0, zero), "the path holds a zero byte");
+  }
   // Without O_NONBLOCK a pipe that nobody writes to would keep the tool waiting.
   const int descriptor = ::open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   if (descriptor < 0) throw FileError(name, errno);

@@ -34,7 +34,7 @@ std::string_view LineReader::taken(std::size_t length, std::size_t lengthWithEnd
 }
 
 void LineReader::fill() {
-  constexpr std::size_t kLeast = 256 * 1024;
+  constexpr std::size_t kLeast = std::size_t{1} << 18;
   std::copy(buffer_.begin() + static_cast<std::ptrdiff_t>(begin_),
             buffer_.begin() + static_cast<std::ptrdiff_t>(end_), buffer_.begin());
   end_ -= begin_;

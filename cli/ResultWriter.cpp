@@ -1,5 +1,6 @@
 #include "cli/ResultWriter.h"
 
+#include "cli/Document.h"
 #include "model/ContentClasses.h"
 #include "platform/Base64.h"
 
@@ -86,5 +87,11 @@ Value documentOf(const std::optional<LumoApiMessage>& message) {
 Value documentOf(const LumoApiLargeDataPtr& record) { return record ? written(*record) : Value(); }
 
 Value documentOf(const std::vector<std::string>& texts) { return written(texts); }
+
+void appendResult(std::string& output, const Value& result, JSONStyle style) {
+  const std::optional<std::string> text = writeJSON(result, style);
+  if (!text) throw DocumentError("the result is nested too deeply");
+  output += *text;
+}
 
 }  // namespace lumo::cli

@@ -2,6 +2,7 @@
 
 #include "model/LumoApiLargeData.h"
 #include "model/LumoApiMessage.h"
+#include "platform/JSON.h"
 #include "platform/Value.h"
 
 #include <optional>
@@ -17,5 +18,9 @@ Value documentOf(const LumoApiObject* object);
 Value documentOf(const std::optional<LumoApiMessage>& message);
 Value documentOf(const LumoApiLargeDataPtr& record);
 Value documentOf(const std::vector<std::string>& texts);
+
+/// Appends the JSON text of a result. Throws a DocumentError where a free-form value in it is nested too
+/// deeply.
+void appendResult(std::string& output, const Value& result, JSONStyle style);
 
 }  // namespace lumo::cli

@@ -78,7 +78,7 @@ char* base64Encode(const DataChain& bytes, char* out) noexcept {
   std::size_t held = 0;
   for (const Data& piece : bytes.pieces()) {
     std::span<const std::uint8_t> rest(piece.data(), piece.size());
-    for (; held != 0 && held < group.size() && !rest.empty(); rest = rest.subspan(1)) group[held++] = rest[0];
+    for (; held < group.size() && !rest.empty(); rest = rest.subspan(1)) group[held++] = rest[0];
     if (held == group.size()) {
       out = encodeGroups(group, out);
       held = 0;

@@ -1,8 +1,11 @@
 #include "platform/ImageCodec.h"
 
-#include <jpeglib.h>
-
+// clang-format off
 #include <cstdio>  // jpeglib.h wants it before itself
+#include <jpeglib.h>
+// clang-format on
+
+#include <vector>
 
 namespace lumo::image {
 

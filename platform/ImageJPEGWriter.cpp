@@ -1,10 +1,13 @@
 #include "platform/ImageCodec.h"
 
-#include <jerror.h>
-#include <jpeglib.h>
-
+// clang-format off
 #include <cstdio>  // jpeglib.h wants it before itself
+#include <jpeglib.h>
+#include <jerror.h>
+// clang-format on
+
 #include <cstdlib>
+#include <utility>
 
 namespace lumo::image {
 

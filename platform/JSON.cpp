@@ -173,7 +173,11 @@ class Writer {
     if (!std::isfinite(number)) return false;
     constexpr double kWrittenInFull = 1e21;  // whole numbers below it are, as in JavaScript
     const bool inFull = std::trunc(number) == number && std::abs(number) < kWrittenInFull;
-    return inFull ? writeDigits(number, std::chars_format::fixed) : writeDigits(number);
+    if (!(inFull ? writeDigits(number, std::chars_format::fixed) : writeDigits(number))) return false;
+    // Exponents come with two digits at least: "1e-07" is not the shortest form.
+    const std::size_t size = text_.size();
+    if (size > 3 && text_[size - 4] == 'e' && text_[size - 2] == '0') text_.erase(size - 2, 1);
+    return true;
   }
 
   bool writeString(std::string_view text) {

@@ -15,6 +15,13 @@ struct Value::Node {
   bool isArray;
 };
 
+Value::Value() noexcept = default;
+Value::Value(const Value&) = default;
+Value::Value(Value&&) noexcept = default;
+Value& Value::operator=(const Value&) = default;
+Value& Value::operator=(Value&&) noexcept = default;
+Value::~Value() = default;
+
 Value::Value(Array value) : content_(NodeRef(new Node(std::move(value)))) {}
 
 Value::Value(Dictionary value) : content_(NodeRef(new Node(std::move(value)))) {}

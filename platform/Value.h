@@ -25,7 +25,12 @@ class LUMOAPI_EXPORT Value {
   using Dictionary = lumo::Dictionary<Value>;
 
   /// Null.
-  Value() noexcept = default;
+  Value() noexcept;
+  Value(const Value& other);
+  Value(Value&& other) noexcept;
+  Value& operator=(const Value& other);
+  Value& operator=(Value&& other) noexcept;
+  ~Value();
   Value(std::nullptr_t) noexcept {}
 
   template <std::same_as<bool> T>

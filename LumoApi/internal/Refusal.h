@@ -18,8 +18,8 @@ class Result {
   Result(LumoApiRefusal refusal) noexcept : content_(refusal) {}
 
   explicit operator bool() const noexcept { return content_.index() == 0; }
-  T& operator*() noexcept { return *std::get_if<T>(&content_); }
-  T* operator->() noexcept { return std::get_if<T>(&content_); }
+  T& operator*() & noexcept { return *std::get_if<T>(&content_); }
+  T&& operator*() && noexcept { return std::move(*std::get_if<T>(&content_)); }
   const LumoApiRefusal& refusal() const noexcept { return *std::get_if<LumoApiRefusal>(&content_); }
 
  private:
@@ -52,6 +52,30 @@ LumoApiRefusal tooLarge(std::string_view field, const Sized& sized, Limit<U> lim
                          : U == Unit::Bytes   ? Code::TooBig
                                               : Code::TooMany;
   return {kCode, field, sizeIn(limit, sized), limit.largest, U, logText, line};
+}
+
+// --- The frame around every public operation ---
+
+/// Runs `operate()` and makes a refusal of everything that it throws.
+template <class Operate>
+auto guarded(const Operate& operate) noexcept -> decltype(operate()) {
+  try {
+    return operate();
+  } catch (...) {
+    return refused(LumoApiRefusal::Code::OutOfMemory, "", kSilent);
+  }
+}
+
+/// Writes the refusal's log line, if it has one.
+void log(const LumoApiRefusal& refusal) noexcept;
+
+/// The one place where a refusal becomes its log line and a null result.
+template <class T>
+std::optional<T> concluded(Result<T> result, LumoApiRefusal* reason = nullptr) noexcept {
+  if (reason) *reason = result ? LumoApiRefusal() : result.refusal();
+  if (result) return *std::move(result);
+  log(result.refusal());
+  return std::nullopt;
 }
 
 }  // namespace lumo

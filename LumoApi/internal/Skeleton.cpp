@@ -1,7 +1,6 @@
 #include "LumoApi/internal/Skeleton.h"
 
 #include "LumoApi/internal/Keys.h"
-#include "model/LumoApiLog.h"
 #include "platform/Text.h"
 
 namespace lumo {
@@ -50,14 +49,6 @@ void setTitles(LumoApiQueryDictionary& query, const LumoApiObject& object, const
 
 const std::optional<std::string>* kivaDataOf(const Conversion& conversion) noexcept {
   return conversion.kiva ? &conversion.kiva->kivaData() : nullptr;
-}
-
-std::optional<URL> concluded(Result<URL> result, LumoApiRefusal* reason) noexcept {
-  if (reason) *reason = result ? LumoApiRefusal() : result.refusal();
-  if (result) return std::move(*result);
-  const LumoApiRefusal& refusal = result.refusal();
-  if (refusal.logText) LumoApiLog::log(*refusal.logText, {}, refusal.line);
-  return std::nullopt;
 }
 
 }  // namespace lumo

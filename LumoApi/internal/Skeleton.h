@@ -97,24 +97,18 @@ void setCommonKeys(LumoApiQueryDictionary& query, std::int32_t type, const LumoA
 
 // --- The frame ---
 
-/// Runs `convert(conversion)`, hands its record over if a URL came out, and makes a refusal of everything
-/// thrown.
+/// Runs `convert(conversion)` and hands its record over if a URL came out.
 template <std::invocable<Conversion&> Convert>
 Result<URL> converted(Conversion& conversion, const Convert& convert) noexcept {
-  try {
+  return guarded([&]() -> Result<URL> {
     Result<URL> url = convert(conversion);
     if (url && conversion.staged &&
         !LumoApiDatastore::instance().setApiLargeData(std::move(conversion.staged))) {
       return refused(LumoApiRefusal::Code::PasteboardFailed, "apiLargeData", kSilent);
     }
     return url;
-  } catch (...) {
-    return refused(LumoApiRefusal::Code::OutOfMemory, "", kSilent);
-  }
+  });
 }
-
-/// The one place where a refusal becomes its log line and a null result.
-std::optional<URL> concluded(Result<URL> result, LumoApiRefusal* reason = nullptr) noexcept;
 
 /// A public converter operation: `Convert` for one object.
 template <auto Convert, class Object>

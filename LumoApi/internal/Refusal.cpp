@@ -1,0 +1,7 @@
+#include "LumoApi/internal/Refusal.h"
+
+#include "model/LumoApiLog.h"
+
+void lumo::log(const LumoApiRefusal& refusal) noexcept {
+  if (refusal.logText) LumoApiLog::log(*refusal.logText, {}, refusal.line);
+}

@@ -13,6 +13,11 @@ namespace {
 
 bool given(const auto* part) noexcept { return part && part->has_value(); }
 
+bool anyGiven(const LargeDataParts& parts) noexcept {
+  return given(parts.previewImage) || given(parts.fileData) || given(parts.imageList) ||
+         given(parts.kivaData);
+}
+
 void set(LumoApiLargeData& record, RecordKey key, Value value) {
   record.set(std::string(key.text), std::move(value));
 }
@@ -34,6 +39,7 @@ std::shared_ptr<LumoApiLargeData> largeData(const LargeDataParts& parts) {
 }
 
 void stage(const LargeDataParts& parts, Conversion& conversion) {
+  if (!anyGiven(parts)) return LumoApiLog::log("pasteboarditem count: %d", {std::int64_t{0}});
   auto record = largeData(parts);
   LumoApiLog::log("pasteboarditem count: %d", {static_cast<std::int64_t>(record->size())});
   if (!record->empty()) conversion.staged = std::move(record);

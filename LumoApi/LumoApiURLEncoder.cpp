@@ -1,10 +1,9 @@
 #include "LumoApi/LumoApiURLEncoder.h"
 
+#include "LumoApi/internal/LaunchURL.h"
 #include "platform/PercentEncoding.h"
 
 #include <algorithm>
-#include <array>
-#include <cstring>
 
 namespace {
 
@@ -13,68 +12,108 @@ using lumo::Data;
 using lumo::QueryValue;
 using lumo::URL;
 using Entry = LumoApiQueryDictionary::Entries::Entry;
-using Parts = std::array<std::string_view, 4>;
+
+constexpr std::string_view kAfterScheme = "://";
 
 std::string_view keyOf(const Entry& entry) noexcept { return std::string_view(entry.key); }
 
 /// Whether the entry reads as several pairs where the URL is split again.
 bool splits(const Entry& entry) noexcept {
-  return keyOf(entry).find('&') != std::string_view::npos || entry.value.hasAmpersand();
+  return (!entry.key.isFixed() && keyOf(entry).find('&') != std::string_view::npos) ||
+         entry.value.hasAmpersand();
 }
 
-/// The length of the whole URL; null where some text is not UTF-8.
-std::optional<std::size_t> encodedSize(const Parts& parts, const LumoApiQueryDictionary& query) {
-  std::size_t total = query.size() * 2;  // the "?" or "&" before each pair and the "=" in it
-  const auto add = [&total](std::optional<std::size_t> size) {
-    if (size) total += *size;
-    return size.has_value();
-  };
-  for (const std::string_view part : parts) {
-    if (!add(lumo::percentEncodedSize(part, CharacterSet::QueryAllowed))) return std::nullopt;
+std::optional<std::size_t> encodedSize(std::string_view text) noexcept {
+  return lumo::percentEncodedSize(text, CharacterSet::QueryAllowed);
+}
+
+char* copied(std::string_view text, char* out) noexcept { return std::copy(text.begin(), text.end(), out); }
+
+/// What stands before the query, as the caller gave it.
+struct EscapedParts {
+  std::string_view scheme, host, path;
+
+  std::optional<std::size_t> size() const noexcept {
+    std::size_t total = kAfterScheme.size();
+    for (const std::string_view part : {scheme, host, path}) {
+      const std::optional<std::size_t> size = encodedSize(part);
+      if (!size) return std::nullopt;
+      total += *size;
+    }
+    return total;
   }
+  char* write(char* out) const noexcept {
+    out = copied(kAfterScheme, lumo::percentEncode(scheme, CharacterSet::QueryAllowed, out));
+    out = lumo::percentEncode(host, CharacterSet::QueryAllowed, out);
+    return lumo::percentEncode(path, CharacterSet::QueryAllowed, out);
+  }
+};
+
+/// What stands before the query, in the program's own words.
+struct FixedParts {
+  std::string_view scheme, host, path;
+
+  std::optional<std::size_t> size() const noexcept {
+    return scheme.size() + kAfterScheme.size() + host.size() + path.size();
+  }
+  char* write(char* out) const noexcept {
+    return copied(path, copied(host, copied(kAfterScheme, copied(scheme, out))));
+  }
+};
+
+/// The length of the query with its "?"; null where some text is not UTF-8. Tells on the way whether any
+/// entry splits.
+std::optional<std::size_t> encodedSize(const LumoApiQueryDictionary& query, bool& anySplits) {
+  std::size_t total = query.size() * 2;  // the "?" or "&" before each pair and the "=" in it
   for (const Entry& entry : query) {
-    if (!add(lumo::percentEncodedSize(keyOf(entry), CharacterSet::QueryAllowed))) return std::nullopt;
-    if (!add(entry.value.encodedSize())) return std::nullopt;
+    const auto key = entry.key.isFixed() ? keyOf(entry).size() : encodedSize(keyOf(entry));
+    const auto value = entry.value.encodedSize();
+    if (!key || !value) return std::nullopt;
+    total += *key + *value;
+    anySplits = anySplits || splits(entry);
   }
   return total;
 }
 
-char* encode(std::string_view text, char* out) noexcept {
-  return lumo::percentEncode(text, CharacterSet::QueryAllowed, out);
-}
-
-char* encode(const Entry& entry, char separator, char* out) {
+char* write(const Entry& entry, char separator, char* out) {
   *out++ = separator;
-  out = encode(keyOf(entry), out);
+  const std::string_view key = keyOf(entry);
+  out = entry.key.isFixed() ? copied(key, out) : lumo::percentEncode(key, CharacterSet::QueryAllowed, out);
   *out++ = '=';
   return entry.value.encode(out);
 }
 
-/// Sizes the text, writes it once into its one allocation and has it parsed there.
-std::optional<URL> encoded(const Parts& parts, const LumoApiQueryDictionary& query) {
-  const std::optional<std::size_t> size = encodedSize(parts, query);
-  if (!size) return std::nullopt;
-  lumo::DataBuffer text = Data::uninitialized(*size);
-  char* out = reinterpret_cast<char*>(text.bytes);
-  for (const std::string_view part : parts) out = encode(part, out);
+/// Sizes the whole text and writes it once into its one allocation; null where some text is not UTF-8.
+template <class Parts>
+std::optional<Data> written(const Parts& parts, const LumoApiQueryDictionary& query) {
+  bool anySplits = false;
+  const std::optional<std::size_t> size = parts.size();
+  const std::optional<std::size_t> querySize = encodedSize(query, anySplits);
+  if (!size || !querySize) return std::nullopt;
+  lumo::DataBuffer text = Data::uninitialized(*size + *querySize);
+  char* out = parts.write(reinterpret_cast<char*>(text.bytes));
   char separator = '?';
-  const auto write = [&](const Entry& entry) {
-    out = encode(entry, separator, out);
-    separator = '&';
-  };
-  if (std::none_of(query.begin(), query.end(), splits)) {
-    std::for_each(query.begin(), query.end(), write);
-  } else {
-    for (const bool first : {true, false}) {
-      std::for_each(query.begin(), query.end(), [&](const Entry& entry) {
-        if (splits(entry) == first) write(entry);
-      });
+  const auto writeThose = [&](bool splitting) {
+    for (const Entry& entry : query) {
+      if (anySplits && splits(entry) != splitting) continue;
+      out = write(entry, separator, out);
+      separator = '&';
     }
-  }
-  return URL::parse(std::move(text.data));
+  };
+  if (anySplits) writeThose(true);
+  writeThose(false);
+  return std::move(text.data);
 }
 
 }  // namespace
+
+std::optional<URL> lumo::launchURL(const Destination& destination, std::uint64_t shareDestType,
+                                   const LumoApiQueryDictionary& query) {
+  const FixedParts parts{destination.schemeFor(shareDestType), destination.host, destination.path};
+  std::optional<Data> text = written(parts, query);
+  if (!text) return std::nullopt;
+  return URL::composed(*std::move(text), parts.scheme.size(), parts.host.size(), parts.path.size());
+}
 
 // urlWithScheme:host:path:queryItem:
 std::optional<URL> LumoApiURLEncoder::urlWithScheme(std::optional<std::string_view> scheme,
@@ -82,12 +121,15 @@ std::optional<URL> LumoApiURLEncoder::urlWithScheme(std::optional<std::string_vi
                                                     std::optional<std::string_view> path,
                                                     const LumoApiQueryDictionary* queryItem) noexcept {
   if (!scheme) return std::nullopt;
-  const Parts parts{*scheme, "://", host.value_or(""), path.value_or("")};
+  const EscapedParts parts{*scheme, host.value_or(""), path.value_or("")};
   try {
-    if (queryItem && !queryItem->empty()) return encoded(parts, *queryItem);
-    std::string text;
-    for (const std::string_view part : parts) text += part;
-    return URL::parse(Data(std::move(text)));
+    if (!queryItem || queryItem->empty()) {
+      std::string text(parts.scheme);
+      text.append(kAfterScheme).append(parts.host).append(parts.path);
+      return URL::parse(Data(std::move(text)));
+    }
+    std::optional<Data> text = written(parts, *queryItem);
+    return text ? URL::parse(*std::move(text)) : std::nullopt;
   } catch (...) {  // memory is exhausted
     return std::nullopt;
   }

@@ -9,15 +9,14 @@
 
 namespace lumo {
 
-void setBase64(LumoApiQueryDictionary& query, QueryKey key, std::optional<std::string_view> text) {
-  if (text && isValidUTF8(*text)) query.set(std::move(key), QueryValue::base64(std::string(*text)));
+void setBase64(LumoApiQueryDictionary& query, QueryKey key, Text text) {
+  if (text && isValidUTF8(text->view())) query.set(std::move(key), QueryValue::base64(*std::move(text)));
 }
 
-void setTitles(LumoApiQueryDictionary& query, std::optional<std::string_view> title,
-               std::optional<std::string_view> description, std::optional<std::string_view> appName) {
-  setBase64(query, keys::kTitle, title);
-  setBase64(query, keys::kDescription, description);
-  setBase64(query, keys::kThirdAppDisplayName, appName);
+void setTitles(LumoApiQueryDictionary& query, Text title, Text description, Text appName) {
+  setBase64(query, keys::kTitle, std::move(title));
+  setBase64(query, keys::kDescription, std::move(description));
+  setBase64(query, keys::kThirdAppDisplayName, std::move(appName));
 }
 
 namespace {
@@ -31,6 +30,12 @@ void changed(const Change& change) noexcept {
   }
 }
 
+/// A copy, which the caller's dictionary keeps.
+Text owned(std::optional<std::string_view> text) {
+  if (!text) return std::nullopt;
+  return Data::copy(*text);
+}
+
 }  // namespace
 }  // namespace lumo
 
@@ -40,8 +45,9 @@ using Text = std::optional<std::string_view>;
 void LumoApiMessageAndUrlConverter::setTitle(Text title, Text description, Text appName,
                                              LumoApiQueryDictionary& queryItem) noexcept {
   lumo::changed([&] {
-    if (!lumo::isEmpty(appName)) return lumo::setTitles(queryItem, title, description, appName);
-    lumo::setTitles(queryItem, title, description, LumoApiDatastore::instance().values()->appName);
+    const lumo::StoreValues store = LumoApiDatastore::instance().values();
+    if (lumo::isEmpty(appName)) appName = store->appName;
+    lumo::setTitles(queryItem, lumo::owned(title), lumo::owned(description), lumo::owned(appName));
   });
 }
 
@@ -63,7 +69,7 @@ void LumoApiMessageAndUrlConverter::setPreviewImageData(const std::optional<lumo
 void LumoApiMessageAndUrlConverter::setString(Text string, Text key,
                                               LumoApiQueryDictionary& queryItem) noexcept {
   if (!key) return;
-  lumo::changed([&] { lumo::setBase64(queryItem, std::string(*key), string); });
+  lumo::changed([&] { lumo::setBase64(queryItem, std::string(*key), lumo::owned(string)); });
 }
 
 // setURL:forKey:toQueryItem:

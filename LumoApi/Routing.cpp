@@ -2,6 +2,7 @@
 
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
 #include "LumoApi/internal/Keys.h"
+#include "LumoApi/internal/LaunchURL.h"
 #include "LumoApi/internal/Skeleton.h"
 #include "model/LumoApiCurrentObject.h"
 #include "model/LumoApiLog.h"
@@ -15,10 +16,6 @@
 namespace lumo {
 
 namespace {
-
-QueryValue textOrNumber(const Value& value) {
-  return value.asString() ? QueryValue::text(*value.asString()) : QueryValue::number(value);
-}
 
 using Pair = std::pair<std::string_view, const QueryValue*>;
 
@@ -69,7 +66,7 @@ std::optional<std::string> signedText(const LumoApiQueryDictionary& query, std::
     if (!std::exchange(first, false)) text += '&';
     (text += key) += '=';
     // The avatar comes ready-made: it holds escapes of its own.
-    if (key == keys::kGuildAvatar.text) {
+    if (key == keys::kGuildAvatar.text()) {
       text += value->asText();
     } else if (!appendEncoded(text, value->asText())) {
       return std::nullopt;
@@ -82,28 +79,27 @@ std::optional<std::string> signedText(const LumoApiQueryDictionary& query, std::
 
 }  // namespace
 
-void setCommonKeys(LumoApiQueryDictionary& query, std::int32_t type, const LumoApiDatastore::Values& store) {
+void setCommonKeys(LumoApiQueryDictionary& query, std::int32_t type, const StoreValues& store) {
   if (type == 7) {
-    query.set(keys::kShareType, QueryValue::number(1));
+    query.set(keys::kShareType, QueryValue::fixed("1"));
   } else if (type == 5) {
-    query.set(keys::kShareType, QueryValue::number(0));
+    query.set(keys::kShareType, QueryValue::fixed("0"));
   } else if (type == 4) {
     query.set(keys::kMessageType, QueryValue::fixed("responsefromapp"));
   }
-  if (store.openId) query.set(keys::kOpenId, QueryValue::text(*store.openId));
-  if (store.uin) query.set(keys::kUin, textOrNumber(*store.uin));
-  if (store.isLumoSupportApiGeneralPastboard) query.set(keys::kGeneralPasteboard, QueryValue::fixed("1"));
+  if (store->openId) query.set(keys::kOpenId, textOf(store, *store->openId));
+  if (store->uin) query.set(keys::kUin, QueryValue::number(*store->uin));
+  if (store->isLumoSupportApiGeneralPastboard) query.set(keys::kGeneralPasteboard, QueryValue::fixed("1"));
   if (const auto object = LumoApiCurrentObject::get()) {
     query.set(keys::kCflag, QueryValue::number(Value(object->cflag())));
   }
 }
 
-Result<URL> route(const Destination& destination, std::string_view path, LumoApiQueryDictionary& query,
-                  const Conversion& conversion, std::uint64_t shareDestType) {
-  if (destination.commonKeys) setCommonKeys(query, conversion.type, *conversion.store);
-  std::optional<URL> url =
-      LumoApiURLEncoder::urlWithScheme(destination.schemeFor(shareDestType), destination.host, path, &query);
-  if (!url) return refused(LumoApiRefusal::Code::InvalidURL, "query", kSilent);
+Result<URL> route(const Destination& destination, LumoApiQueryDictionary& query, const Conversion& conversion,
+                  std::uint64_t shareDestType) {
+  if (destination.commonKeys) setCommonKeys(query, conversion.type, conversion.store);
+  std::optional<URL> url = launchURL(destination, shareDestType, query);
+  if (!url) return refused(LumoApiRefusal::Code::NotUTF8, "query", kSilent);
   return *std::move(url);
 }
 
@@ -124,20 +120,29 @@ namespace destinations = lumo::destinations;
 
 namespace {
 
-std::optional<URL> routed(const lumo::Destination& destination, std::string_view path,
-                          LumoApiQueryDictionary& query, std::int32_t type,
-                          std::uint64_t shareDestType) noexcept {
+std::optional<URL> routed(const lumo::Destination& destination, LumoApiQueryDictionary& query,
+                          std::int32_t type, std::uint64_t shareDestType) noexcept {
   Conversion conversion{.type = type};
   return lumo::concluded(lumo::converted(conversion, [&](const Conversion& current) {
-    return lumo::route(destination, path, query, current, shareDestType);
+    return lumo::route(destination, query, current, shareDestType);
   }));
 }
 
 /// For the destinations without common keys, where the dictionary stays as it is.
 std::optional<URL> routed(const lumo::Destination& destination, const LumoApiQueryDictionary& query,
+                          std::uint64_t shareDestType) noexcept try {
+  return lumo::launchURL(destination, shareDestType, query);
+} catch (...) {  // memory is exhausted
+  return std::nullopt;
+}
+
+/// For a path of the caller's, which may be any text.
+std::optional<URL> routed(const lumo::Destination& destination, std::string_view path,
+                          LumoApiQueryDictionary& query, std::int32_t type,
                           std::uint64_t shareDestType) noexcept {
-  return LumoApiURLEncoder::urlWithScheme(destination.schemeFor(shareDestType), destination.host,
-                                          destination.path, &query);
+  LumoApiMessageAndUrlConverter::updateQueryItemInfo(query, type, shareDestType);
+  return LumoApiURLEncoder::urlWithScheme(destination.schemeFor(shareDestType), destination.host, path,
+                                          &query);
 }
 
 }  // namespace
@@ -146,7 +151,7 @@ std::optional<URL> routed(const lumo::Destination& destination, const LumoApiQue
 void LumoApiMessageAndUrlConverter::updateQueryItemInfo(LumoApiQueryDictionary& queryItem, std::int32_t type,
                                                         std::uint64_t /*shareDestType*/) noexcept {
   try {
-    lumo::setCommonKeys(queryItem, type, *LumoApiDatastore::instance().values());
+    lumo::setCommonKeys(queryItem, type, LumoApiDatastore::instance().values());
   } catch (...) {  // memory is exhausted: the keys that are missing are left out
   }
 }
@@ -155,8 +160,7 @@ void LumoApiMessageAndUrlConverter::updateQueryItemInfo(LumoApiQueryDictionary& 
 std::optional<URL> LumoApiMessageAndUrlConverter::urlWithQueryItem(LumoApiQueryDictionary& queryItem,
                                                                    std::int32_t type,
                                                                    std::uint64_t shareDestType) noexcept {
-  return routed(destinations::kShareToFriend, destinations::kShareToFriend.path, queryItem, type,
-                shareDestType);
+  return routed(destinations::kShareToFriend, queryItem, type, shareDestType);
 }
 
 // urlWithQueryItemForAvatar:type:shareDestType:path:
@@ -164,7 +168,7 @@ std::optional<URL> LumoApiMessageAndUrlConverter::urlWithQueryItemForAvatar(Lumo
                                                                             std::int32_t type,
                                                                             std::uint64_t shareDestType,
                                                                             std::string_view path) noexcept {
-  return routed(destinations::kAvatar, path, queryItem, type, shareDestType);
+  return routed(destinations::kAvatarPicture, path, queryItem, type, shareDestType);
 }
 
 // urlWithQueryItemForAuth:type:shareDestType:path:
@@ -178,8 +182,7 @@ std::optional<URL> LumoApiMessageAndUrlConverter::urlWithQueryItemForAuth(LumoAp
 // urlWithQueryItemForFaceCollection:type:shareDestType:
 std::optional<URL> LumoApiMessageAndUrlConverter::urlWithQueryItemForFaceCollection(
     LumoApiQueryDictionary& queryItem, std::int32_t type, std::uint64_t shareDestType) noexcept {
-  return routed(destinations::kFaceCollection, destinations::kFaceCollection.path, queryItem, type,
-                shareDestType);
+  return routed(destinations::kFaceCollection, queryItem, type, shareDestType);
 }
 
 // urlWithQueryItemForExtraService:type:shareType:

@@ -7,76 +7,87 @@
 #include "platform/Value.h"
 
 #include <cstddef>
+#include <initializer_list>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
-#include <variant>
 
 namespace lumo {
 
-/// A key of a launch URL's query: a name that lives as long as the program, as the converter's own keys do,
-/// or a text of the caller's.
-class LUMOAPI_EXPORT QueryKey {
+/// A word of the program's own, of characters that no URL escapes. That is checked when the program is
+/// compiled, so nothing looks for them again when a URL is written.
+class FixedWord {
  public:
-  /// For a text that is never changed or freed.
-  static constexpr QueryKey fixed(std::string_view text) noexcept {
-    QueryKey key;
-    key.text_ = text;
-    return key;
+  consteval FixedWord(const char* word) : text_(word) {
+    for (const char c : text_) {
+      const bool plain = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+                         c == '_' || c == '-' || c == '.' || c == '/' || c == ':';
+      if (!plain) throw "not a word that a URL holds unescaped";
+    }
   }
-  constexpr QueryKey() noexcept = default;
-  QueryKey(std::string text) noexcept : text_(std::move(text)) {}
-
-  explicit constexpr operator std::string_view() const noexcept {
-    const auto* fixed = std::get_if<std::string_view>(&text_);
-    return fixed ? *fixed : std::string_view(*std::get_if<std::string>(&text_));
-  }
+  constexpr std::string_view text() const noexcept { return text_; }
+  constexpr operator std::string_view() const noexcept { return text_; }
 
  private:
-  std::variant<std::string_view, std::string> text_;
+  std::string_view text_;
+};
+
+/// A key of a launch URL's query: a word of the program's own, or a text of the caller's.
+class LUMOAPI_EXPORT QueryKey {
+ public:
+  QueryKey(FixedWord word) noexcept : text_(Data::unowned(word.text())), isFixed_(true) {}
+  QueryKey(std::string text) : text_(std::move(text)) {}
+
+  bool isFixed() const noexcept { return isFixed_; }
+  explicit operator std::string_view() const noexcept { return text_.view(); }
+
+ private:
+  Data text_;
+  bool isFixed_ = false;
 };
 
 /// A value of a launch URL's query: a text, a number, or bytes whose base64 text is written only when the URL
 /// is, so that a picture goes straight from its buffer into the URL.
 class LUMOAPI_EXPORT QueryValue {
  public:
-  /// A word that is never changed or freed.
-  static QueryValue fixed(std::string_view word) noexcept { return QueryValue(Content(word)); }
-  static QueryValue text(std::string text) noexcept { return QueryValue(Content(std::move(text))); }
-  /// A number object, written as its decimal text.
-  static QueryValue number(Value number) noexcept { return QueryValue(Content(std::move(number))); }
-  /// The base64 of the text's bytes.
-  static QueryValue base64(std::string text) noexcept {
-    return QueryValue(Content(Base64Text{std::move(text)}));
-  }
-  static QueryValue base64(Data bytes) noexcept { return QueryValue(Content(std::move(bytes))); }
-  static QueryValue base64(DataChain bytes) noexcept { return QueryValue(Content(std::move(bytes))); }
-
-  /// Whether the value is base64, which no URL ever escapes.
-  bool isBase64() const noexcept { return content_.index() >= kFirstBase64; }
+  static QueryValue fixed(FixedWord word) noexcept { return {Kind::Fixed, Data::unowned(word.text())}; }
+  static QueryValue text(Data text) noexcept { return {Kind::Text, std::move(text)}; }
+  static QueryValue text(std::string text) { return {Kind::Text, Data(std::move(text))}; }
+  /// A number object, written as its decimal text; any other value is written as its own text, or as JSON.
+  static QueryValue number(const Value& number);
+  /// The base64 of the bytes.
+  static QueryValue base64(Data bytes) noexcept { return {Kind::Base64, std::move(bytes)}; }
+  static QueryValue base64(std::string text) { return {Kind::Base64, Data(std::move(text))}; }
+  static QueryValue base64(DataChain bytes);
 
   /// The value's text.
   std::string asText() const;
 
   /// The length in bytes of the value in a percent-encoded URL; null where it is text that is not UTF-8.
-  std::optional<std::size_t> encodedSize() const;
+  std::optional<std::size_t> encodedSize() const noexcept;
   /// Writes encodedSize() characters; gives their end.
-  char* encode(char* out) const;
+  char* encode(char* out) const noexcept;
 
   /// Whether the value holds a character that reads as a separator where the URL is split again.
-  bool hasAmpersand() const noexcept;
+  bool hasAmpersand() const noexcept {
+    return kind_ == Kind::Text && bytes_.view().find('&') != std::string_view::npos;
+  }
 
  private:
-  struct Base64Text {
-    std::string text;
+  enum class Kind : unsigned char {
+    Fixed,   // needs no escaping
+    Text,    // percent-encoded
+    Base64,  // of bytes_
+    Chain,   // base64 of *chain_
   };
-  using Content = std::variant<std::string_view, std::string, Value, Base64Text, Data, DataChain>;
-  static constexpr std::size_t kFirstBase64 = 3;
 
-  explicit QueryValue(Content content) noexcept : content_(std::move(content)) {}
+  QueryValue(Kind kind, Data bytes) noexcept : kind_(kind), bytes_(std::move(bytes)) {}
 
-  Content content_;
+  Kind kind_;
+  Data bytes_;
+  std::shared_ptr<const DataChain> chain_;
 };
 
 }  // namespace lumo

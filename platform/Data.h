@@ -36,6 +36,11 @@ class LUMOAPI_EXPORT Data {
   static Data copy(std::span<const std::uint8_t> bytes);
   static Data copy(std::string_view bytes);
 
+  /// The bytes where they are: they must stay, unchanged, as long as this Data and its copies.
+  static Data unowned(std::string_view bytes) noexcept {
+    return {nullptr, reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()};
+  }
+
   /// A buffer of `size` bytes, in one allocation, to be filled before its Data is shared.
   static DataBuffer uninitialized(std::size_t size);
 

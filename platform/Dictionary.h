@@ -24,6 +24,7 @@ template <class T, class Key = std::string>
 class Dictionary {
  public:
   struct Entry {
+    Entry(Key&& k, T&& v) noexcept : key(std::move(k)), value(std::move(v)) {}
     Key key;
     T value;
     friend bool operator==(const Entry&, const Entry&) = default;
@@ -51,13 +52,14 @@ class Dictionary {
   bool contains(std::string_view key) const noexcept { return placeOf(key) != kNone; }
 
   /// Adds the entry, or replaces the value of the one with the same key. Changes nothing where it throws.
-  void set(Key key, T value) {
+  void set(const Key& key, T value) { set(Key(key), std::move(value)); }
+  void set(Key&& key, T&& value) {
     if (const std::size_t place = placeOf(std::string_view(key)); place != kNone) {
       entries_[place].value = std::move(value);
       return;
     }
     if (entries_.size() >= kIndexedFrom) makeRoomInIndex(entries_.size() + 1);
-    entries_.push_back(Entry{std::move(key), std::move(value)});
+    entries_.emplace_back(std::move(key), std::move(value));
     if (!index_.empty()) addToIndex(entries_.size() - 1);
   }
 

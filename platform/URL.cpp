@@ -213,6 +213,17 @@ std::optional<URL> URL::parse(std::string_view text) { return parse(Data::copy(t
 
 std::optional<URL> URL::parse(Data text) { return Parser(std::move(text)).parse(); }
 
+URL URL::composed(Data text, std::size_t schemeSize, std::size_t hostSize, std::size_t pathSize) noexcept {
+  URL url;
+  const std::size_t host = schemeSize + 3, path = host + hostSize, query = path + pathSize;
+  url.scheme_ = {0, schemeSize};
+  url.host_ = {host, path};
+  url.path_ = {path, query};
+  if (text.size() > query) url.query_ = {query + 1, text.size()};
+  url.text_ = std::move(text);
+  return url;
+}
+
 std::optional<std::string_view> URL::scheme() const noexcept { return component(scheme_); }
 
 std::optional<std::string_view> URL::host() const noexcept { return component(host_); }

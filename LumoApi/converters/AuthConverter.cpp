@@ -11,7 +11,7 @@ Result<URL> urlWithAuthObject(const LumoApiAuthObject& object, Conversion& conve
   setCallbackName(query, conversion);
   setTitles(query, object, conversion);
   stage({}, conversion);
-  return route(destinations::kAuth, "/sdk_check_auth", query, conversion, object.shareDestType());
+  return route(destinations::kAuth, query, conversion, object.shareDestType());
 }
 
 }  // namespace lumo::converters

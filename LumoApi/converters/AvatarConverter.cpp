@@ -10,7 +10,7 @@ namespace {
 
 /// The step that the three conversions share once their object is checked: no tag name and no message
 /// extension.
-LumoApiQueryDictionary profileQuery(std::string_view kindWord, const LumoApiObject& object,
+LumoApiQueryDictionary profileQuery(FixedWord kindWord, const LumoApiObject& object,
                                     const Conversion& conversion) {
   LumoApiQueryDictionary query = fixedEntriesWithPasteboard(kindWord);
   setCallbackName(query, conversion);
@@ -68,7 +68,7 @@ Result<URL> urlWithImageObjectForAvatar(LumoApiImageForLumoAvatarObject& object,
 
   LumoApiQueryDictionary query = profileQuery("img", object, conversion);
   stage({.previewImage = &object.previewImageData(), .fileData = &object.data()}, conversion);
-  return route(destinations::kAvatar, "/sdk_avatar_edit", query, conversion, object.shareDestType());
+  return route(destinations::kAvatarPicture, query, conversion, object.shareDestType());
 }
 
 Result<URL> urlWithVideoObjectForAvatar(const LumoApiVideoForLumoAvatarObject& object,
@@ -80,7 +80,7 @@ Result<URL> urlWithVideoObjectForAvatar(const LumoApiVideoForLumoAvatarObject& o
 
   LumoApiQueryDictionary query = profileQuery("video", object, conversion);
   stage({.previewImage = &object.previewImageData(), .fileData = &object.data()}, conversion);
-  return route(destinations::kAvatar, "/sdk_dynamic_avatar_edit", query, conversion, object.shareDestType());
+  return route(destinations::kAvatarVideo, query, conversion, object.shareDestType());
 }
 
 Result<URL> urlWithImageObjectForFaceCollection(const LumoApiImageArrayForFaceCollectionObject& object,

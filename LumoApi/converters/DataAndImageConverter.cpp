@@ -10,7 +10,7 @@ namespace {
 
 /// The words in which data and image objects differ; everything else about them is alike.
 struct Words {
-  std::string_view kind;
+  FixedWord kind;
   std::string_view isNil;
   std::string_view isTooBig;
 };
@@ -60,7 +60,7 @@ Result<URL> urlWithWebImageObject(const LumoApiWebImageObject& object, Conversio
   LumoApiQueryDictionary query = fixedEntriesWithPasteboard("img");
   setCallbackName(query, conversion);
   if (Check refusal = setTagNameAndMessageExt(query, object)) return *refusal;
-  setBase64(query, keys::kPreviewImageURL, picture->absoluteString());
+  setBase64(query, keys::kPreviewImageURL, Data::unowned(picture->absoluteString()));
   setTitles(query, object, conversion);
   // Nothing is staged, although the object is said to be on the pasteboard: the messenger fetches the URL.
   return route(destinations::kShareToFriend, query, conversion, object.shareDestType());

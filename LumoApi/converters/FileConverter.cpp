@@ -28,7 +28,7 @@ Result<URL> urlWithFileObject(const LumoApiFileObject& object, Conversion& conve
 
   LumoApiQueryDictionary query = fixedEntriesWithPasteboard("localFile");
   setCallbackName(query, conversion);
-  query.set(keys::kFileName, QueryValue::text(object.fileName().value_or("")));
+  query.set(keys::kFileName, QueryValue::text(unowned(object.fileName()).value_or(Data())));
   setTitles(query, object, conversion);
   stage({&object.previewImageData(), &object.data(), &object.imageDataArray(), kivaDataOf(conversion)},
         conversion);

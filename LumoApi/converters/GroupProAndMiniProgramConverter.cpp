@@ -14,7 +14,7 @@ Result<URL> urlWithGroupProObject(const GroupProObject& object, std::string_view
   LumoApiQueryDictionary query;
   if (const auto& pairs = object.queryDictionary()) {
     query.reserve(pairs->size());
-    for (const auto& [key, value] : *pairs) query.set(key, QueryValue::text(value));
+    for (const auto& [key, value] : *pairs) query.set(key, QueryValue::text(Data::unowned(value)));
   }
   return routeSigned(query, path, *object.signString());
 }
@@ -33,16 +33,16 @@ Result<URL> urlWithApiLaunchMiniProgramObject(const LumoApiLaunchMiniProgramObje
                                               Conversion& conversion) {
   if (isEmpty(object.miniAppID())) return missing("miniAppID", "param error: miniAppID is nil");
 
-  const LumoApiDatastore::Values& store = *conversion.store;
+  const StoreValues& store = conversion.store;
   LumoApiQueryDictionary query;
   query.set(keys::kSourceType, QueryValue::fixed("app"));
   query.set(keys::kCallbackType, QueryValue::fixed("scheme"));
-  query.set(keys::kMiniAppId, QueryValue::text(*object.miniAppID()));
-  setBase64(query, keys::kMiniPath, object.miniPath());
+  query.set(keys::kMiniAppId, QueryValue::text(Data::unowned(*object.miniAppID())));
+  setBase64(query, keys::kMiniPath, unowned(object.miniPath()));
   query.set(keys::kMiniType, QueryValue::number(Value(object.miniprogramType())));
   query.set(keys::kVersion, QueryValue::fixed("1"));
-  if (store.openId) query.set(keys::kOpenId, QueryValue::text(*store.openId));
-  if (store.appId) query.set(keys::kAppId, QueryValue::text(*store.appId));
+  if (store->openId) query.set(keys::kOpenId, textOf(store, *store->openId));
+  if (store->appId) query.set(keys::kAppId, textOf(store, *store->appId));
   setCallbackName(query, conversion);
   setTitles(query, object, conversion);
   return route(destinations::kMiniProgram, query, conversion, object.shareDestType());

@@ -4,15 +4,16 @@
 #include "LumoApi/converters/Converters.h"
 #include "LumoApi/internal/Keys.h"
 
+#include <algorithm>
 #include <array>
 
 namespace lumo::converters {
 
 namespace {
 
-std::string_view kindWord(std::uint64_t targetContentType) noexcept {
-  constexpr std::array<std::string_view, 4> kWords{"url", "audio", "video", "news"};
-  return targetContentType < kWords.size() ? kWords[targetContentType] : "unknown";
+FixedWord kindWord(std::uint64_t targetContentType) noexcept {
+  constexpr std::array<FixedWord, 5> kWords{"url", "audio", "video", "news", "unknown"};
+  return kWords[std::min<std::uint64_t>(targetContentType, kWords.size() - 1)];
 }
 
 /// The title is required unless the flags say, with exactly this value, that the link goes without.
@@ -35,7 +36,7 @@ Check checked(const LumoApiURLObject& object) {
 }
 
 void setURL(LumoApiQueryDictionary& query, QueryKey key, const std::optional<URL>& url) {
-  if (url) setBase64(query, std::move(key), url->absoluteString());
+  if (url) setBase64(query, std::move(key), Data::unowned(url->absoluteString()));
 }
 
 }  // namespace
@@ -45,8 +46,8 @@ Result<URL> urlWithURLObject(const LumoApiURLObject& object, Conversion& convers
 
   LumoApiQueryDictionary query = fixedEntries(kindWord(object.targetContentType()));
   setURL(query, keys::kURL, object.url());
-  query.set(keys::kObjectLocation,
-            QueryValue::fixed(conversion.store->isLumoSupportUrlInsteadPastedboard ? "url" : "pasteboard"));
+  const bool inURL = conversion.store->isLumoSupportUrlInsteadPastedboard;
+  query.set(keys::kObjectLocation, inURL ? QueryValue::fixed("url") : QueryValue::fixed("pasteboard"));
   setCallbackName(query, conversion);
   if (Check refusal = setTagNameAndMessageExt(query, object)) return *refusal;
   setTitles(query, object, conversion);

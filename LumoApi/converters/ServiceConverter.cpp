@@ -29,9 +29,10 @@ Result<URL> urlWithExtraServiceObject(const LumoApiExtraServiceObject& object, C
   LumoApiQueryDictionary query;
   query.set(keys::kSourceType, QueryValue::fixed("app"));
   query.set(keys::kVersion, QueryValue::fixed("1"));
-  query.set(keys::kServiceId, QueryValue::text(object.serviceID().value_or("")));
+  query.set(keys::kServiceId, QueryValue::text(unowned(object.serviceID()).value_or(Data())));
   setCallbackName(query, conversion);
-  if (const auto& openId = conversion.store->openId) query.set(keys::kOpenId, QueryValue::text(*openId));
+  if (const auto& openId = conversion.store->openId)
+    query.set(keys::kOpenId, textOf(conversion.store, *openId));
 
   Value::Dictionary info = userInfo(object.extraInfo());
   info.set("openId", object.openID().value_or(""));
@@ -46,10 +47,10 @@ Result<URL> urlWithCommonServiceObject(const LumoApiCommonServiceObject& object,
   query.set(keys::kSourceType, QueryValue::fixed("app"));
   query.set(keys::kVersion, QueryValue::fixed("1"));
   query.set(keys::kCallbackType, QueryValue::fixed("scheme"));
-  query.set(keys::kServiceId, QueryValue::text(object.serviceID().value_or("")));
+  query.set(keys::kServiceId, QueryValue::text(unowned(object.serviceID()).value_or(Data())));
   setCallbackName(query, conversion);
   // Here the open identifier is the object's own, not the store's.
-  if (!isEmpty(object.openID())) query.set(keys::kOpenId, QueryValue::text(*object.openID()));
+  if (!isEmpty(object.openID())) query.set(keys::kOpenId, QueryValue::text(Data::unowned(*object.openID())));
 
   Value::Dictionary info = userInfo(object.extendInfo());
   info.set("openId", object.openID().value_or(""));

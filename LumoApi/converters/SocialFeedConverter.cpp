@@ -56,7 +56,7 @@ Result<URL> urlWithVideoForNimboObject(const LumoApiVideoForNimboObject& object,
   LumoApiQueryDictionary query = fixedEntries("nimbo");
   if (!isEmpty(asset)) {
     if (!isValidUTF8(*asset)) return refused(LumoApiRefusal::Code::NotUTF8, "assetURL", kSilent);
-    query.set(keys::kVideoAssetURL, QueryValue::base64(*asset));
+    query.set(keys::kVideoAssetURL, QueryValue::base64(Data::unowned(*asset)));
   } else {
     if (exceeds(*video, limits::kFeedVideo)) {
       return tooLarge("videoData", *video, limits::kFeedVideo, "param error: video data is too big");

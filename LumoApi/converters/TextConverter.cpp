@@ -16,7 +16,7 @@ Result<URL> urlWithTextObject(const LumoApiTextObject& object, Conversion& conve
   if (!isValidUTF8(*text)) return refused(LumoApiRefusal::Code::NotUTF8, "text", kSilent);
 
   LumoApiQueryDictionary query = fixedEntries("text");
-  query.set(keys::kFileData, QueryValue::base64(*text));
+  query.set(keys::kFileData, QueryValue::base64(Data::unowned(*text)));
   // The messenger takes the text from the URL in any case; a newer one is told so.
   if (conversion.store->isLumoSupportUrlForShareText)
     query.set(keys::kObjectLocation, QueryValue::fixed("url"));

@@ -9,9 +9,9 @@ namespace lumo::converters {
 namespace {
 
 void setIdentifiers(LumoApiQueryDictionary& query, const Conversion& conversion) {
-  const LumoApiDatastore::Values& store = *conversion.store;
-  if (store.openId) query.set(keys::kOpenId, QueryValue::text(*store.openId));
-  if (store.appId) query.set(keys::kAppId, QueryValue::text(*store.appId));
+  const StoreValues& store = conversion.store;
+  if (store->openId) query.set(keys::kOpenId, textOf(store, *store->openId));
+  if (store->appId) query.set(keys::kAppId, textOf(store, *store->appId));
 }
 
 /// The entries that other kinds always carry; here only where the messenger can open the app again.
@@ -30,9 +30,9 @@ Result<URL> urlWithApiThirdAppBindGroupObject(const LumoApiThirdAppBindGroupObje
                                               Conversion& conversion) {
   LumoApiQueryDictionary query;
   setIdentifiers(query, conversion);
-  if (object.unionID()) query.set(keys::kUnionId, QueryValue::text(*object.unionID()));
+  if (object.unionID()) query.set(keys::kUnionId, QueryValue::text(Data::unowned(*object.unionID())));
   setBase64(query, keys::kDisplayName,
-            object.appDisplayName() ? object.appDisplayName() : conversion.store->appName);
+            unowned(object.appDisplayName() ? object.appDisplayName() : conversion.store->appName));
   setSource(query, conversion);
   setTitles(query, object, conversion);
   return route(destinations::kBindGroup, query, conversion, object.shareDestType());
@@ -42,7 +42,8 @@ Result<URL> urlWithApiThirdAppJoinGroupObject(const LumoApiThirdAppJoinGroupObje
                                               Conversion& conversion) {
   LumoApiQueryDictionary query;
   setIdentifiers(query, conversion);
-  if (!isEmpty(object.unionID())) query.set(keys::kUnionId, QueryValue::text(*object.unionID()));
+  if (!isEmpty(object.unionID()))
+    query.set(keys::kUnionId, QueryValue::text(Data::unowned(*object.unionID())));
   setSource(query, conversion);
   setTitles(query, object, conversion);
   return route(destinations::kJoinGroup, query, conversion, object.shareDestType());

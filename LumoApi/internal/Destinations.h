@@ -1,5 +1,7 @@
 #pragma once
 
+#include "model/LumoApiQueryDictionary.h"
+
 #include <cstdint>
 #include <string_view>
 
@@ -7,13 +9,13 @@ namespace lumo {
 
 /// Where in the messenger a launch URL leads.
 struct Destination {
-  std::string_view siblingScheme;  ///< for the destination code 1
-  std::string_view scheme;         ///< for every other code
-  std::string_view host;
-  std::string_view path;  ///< empty where the caller gives the path
-  bool commonKeys;        ///< whether the URL carries the common keys
+  FixedWord siblingScheme;  ///< for the destination code 1
+  FixedWord scheme;         ///< for every other code
+  FixedWord host;
+  FixedWord path;
+  bool commonKeys;  ///< whether the URL carries the common keys
 
-  constexpr std::string_view schemeFor(std::uint64_t shareDestType) const noexcept {
+  constexpr FixedWord schemeFor(std::uint64_t shareDestType) const noexcept {
     return shareDestType == 1 ? siblingScheme : scheme;
   }
 };
@@ -22,8 +24,9 @@ struct Destination {
 namespace destinations {
 //                                           sibling scheme           scheme                    host             path                     common keys
 inline constexpr Destination kShareToFriend{ "mlumoapi",              "mlumoapi",               "share",         "/to_fri",               true};
-inline constexpr Destination kAvatar{        "mlumoapi",              "mlumoapi",               "profile",       "",                      true};
-inline constexpr Destination kAuth{          "mlumoapi",              "mlumoapi",               "auth",          "",                      true};
+inline constexpr Destination kAvatarPicture{ "mlumoapi",              "mlumoapi",               "profile",       "/sdk_avatar_edit",      true};
+inline constexpr Destination kAvatarVideo{   "mlumoapi",              "mlumoapi",               "profile",       "/sdk_dynamic_avatar_edit", true};
+inline constexpr Destination kAuth{          "mlumoapi",              "mlumoapi",               "auth",          "/sdk_check_auth",       true};
 inline constexpr Destination kFaceCollection{"mlumoapi",              "mlumoapi",               "profile",       "/sdk_face_collection",  true};
 inline constexpr Destination kExtraService{  "mlumoapi",              "mlumoapi",               "profile",       "/sdk_extend_service",   false};
 inline constexpr Destination kCommonService{ "mlumoapi",              "mlumoapi",               "open_connect",  "/common_channel",       false};

@@ -5,7 +5,7 @@
 
 namespace lumo {
 
-LumoApiQueryDictionary fixedEntries(std::string_view kindWord) {
+LumoApiQueryDictionary fixedEntries(FixedWord kindWord) {
   LumoApiQueryDictionary query;
   query.reserve(20);
   query.set(keys::kSourceType, QueryValue::fixed("app"));
@@ -15,7 +15,7 @@ LumoApiQueryDictionary fixedEntries(std::string_view kindWord) {
   return query;
 }
 
-LumoApiQueryDictionary fixedEntriesWithPasteboard(std::string_view kindWord) {
+LumoApiQueryDictionary fixedEntriesWithPasteboard(FixedWord kindWord) {
   LumoApiQueryDictionary query = fixedEntries(kindWord);
   query.set(keys::kObjectLocation, QueryValue::fixed("pasteboard"));
   return query;
@@ -23,7 +23,7 @@ LumoApiQueryDictionary fixedEntriesWithPasteboard(std::string_view kindWord) {
 
 void setCallbackName(LumoApiQueryDictionary& query, const Conversion& conversion) {
   if (const auto& scheme = conversion.store->scheme)
-    query.set(keys::kCallbackName, QueryValue::text(*scheme));
+    query.set(keys::kCallbackName, textOf(conversion.store, *scheme));
 }
 
 Check setTagNameAndMessageExt(LumoApiQueryDictionary& query, const TaggedObject& object) {
@@ -31,20 +31,21 @@ Check setTagNameAndMessageExt(LumoApiQueryDictionary& query, const TaggedObject&
     if (exceeds(*tagName, limits::kTagName)) {
       return tooLarge("tagName", *tagName, limits::kTagName, "param error: tag name data is too big");
     }
-    setBase64(query, keys::kTagName, *tagName);
+    setBase64(query, keys::kTagName, unowned(tagName));
   }
   if (const auto& messageExt = object.messageExt()) {
     if (exceeds(*messageExt, limits::kMessageExt)) {
       return tooLarge("messageExt", *messageExt, limits::kMessageExt,
                       "param error: message ext data is too big");
     }
-    setBase64(query, keys::kMessageExt, *messageExt);
+    setBase64(query, keys::kMessageExt, unowned(messageExt));
   }
   return std::nullopt;
 }
 
 void setTitles(LumoApiQueryDictionary& query, const LumoApiObject& object, const Conversion& conversion) {
-  setTitles(query, object.title(), object.description(), conversion.store->appName);
+  setTitles(query, unowned(object.title()), unowned(object.description()),
+            unowned(conversion.store->appName));
 }
 
 const std::optional<std::string>* kivaDataOf(const Conversion& conversion) noexcept {

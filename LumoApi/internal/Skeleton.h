@@ -23,12 +23,17 @@
 
 namespace lumo {
 
+using StoreValues = std::shared_ptr<const LumoApiDatastore::Values>;
+
+/// A text that is put into a query, with whatever keeps it alive.
+using Text = std::optional<Data>;
+
 /// What a conversion knows of its surroundings, and what it leaves behind.
 struct Conversion {
   std::int32_t type = 0;
   const LumoApiKivaObject* kiva = nullptr;
   /// The store's values, read once.
-  std::shared_ptr<const LumoApiDatastore::Values> store = LumoApiDatastore::instance().values();
+  StoreValues store = LumoApiDatastore::instance().values();
   /// The record to hand over once the URL stands; null: the datastore keeps what it has.
   LumoApiLargeDataPtr staged = nullptr;
 };
@@ -44,10 +49,10 @@ struct LargeDataParts {
 // --- The steps, in the order in which a conversion takes them ---
 
 /// A new query: the sending side, the kind word, how the messenger calls back.
-LumoApiQueryDictionary fixedEntries(std::string_view kindWord);
+LumoApiQueryDictionary fixedEntries(FixedWord kindWord);
 
 /// The same, with the object to be found in the large-data record.
-LumoApiQueryDictionary fixedEntriesWithPasteboard(std::string_view kindWord);
+LumoApiQueryDictionary fixedEntriesWithPasteboard(FixedWord kindWord);
 
 /// The scheme under which the messenger opens the app again, where the store has one.
 void setCallbackName(LumoApiQueryDictionary& query, const Conversion& conversion);
@@ -66,12 +71,8 @@ void stage(const LargeDataParts& parts, Conversion& conversion);
 void stageByLocation(const LargeDataParts& parts, LumoApiQueryDictionary& query, Conversion& conversion);
 
 /// The launch URL, with the common keys where the destination carries them.
-Result<URL> route(const Destination& destination, std::string_view path, LumoApiQueryDictionary& query,
-                  const Conversion& conversion, std::uint64_t shareDestType);
-inline Result<URL> route(const Destination& destination, LumoApiQueryDictionary& query,
-                         const Conversion& conversion, std::uint64_t shareDestType) {
-  return route(destination, destination.path, query, conversion, shareDestType);
-}
+Result<URL> route(const Destination& destination, LumoApiQueryDictionary& query, const Conversion& conversion,
+                  std::uint64_t shareDestType);
 
 /// The signed group URL.
 Result<URL> routeSigned(const LumoApiQueryDictionary& query, std::string_view path,
@@ -79,8 +80,18 @@ Result<URL> routeSigned(const LumoApiQueryDictionary& query, std::string_view pa
 
 // --- Pieces of the steps ---
 
+/// An object's text without a copy, for a query that lives no longer than the object.
+inline Text unowned(const std::optional<std::string>& text) noexcept {
+  return text ? Text(Data::unowned(*text)) : std::nullopt;
+}
+
+/// One of the store's texts without a copy; it keeps the values alive that it came with.
+inline QueryValue textOf(const StoreValues& store, const std::string& text) noexcept {
+  return QueryValue::text(Data(store, reinterpret_cast<const std::uint8_t*>(text.data()), text.size()));
+}
+
 /// The key with the base64 of the text; nothing where the text is null or not UTF-8.
-void setBase64(LumoApiQueryDictionary& query, QueryKey key, std::optional<std::string_view> text);
+void setBase64(LumoApiQueryDictionary& query, QueryKey key, Text text);
 
 /// The card's text, or null.
 const std::optional<std::string>* kivaDataOf(const Conversion& conversion) noexcept;
@@ -89,11 +100,10 @@ const std::optional<std::string>* kivaDataOf(const Conversion& conversion) noexc
 std::shared_ptr<LumoApiLargeData> largeData(const LargeDataParts& parts);
 
 /// The title, description and display name steps, for callers without an object. `appName` may be null.
-void setTitles(LumoApiQueryDictionary& query, std::optional<std::string_view> title,
-               std::optional<std::string_view> description, std::optional<std::string_view> appName);
+void setTitles(LumoApiQueryDictionary& query, Text title, Text description, Text appName);
 
 /// The common keys.
-void setCommonKeys(LumoApiQueryDictionary& query, std::int32_t type, const LumoApiDatastore::Values& store);
+void setCommonKeys(LumoApiQueryDictionary& query, std::int32_t type, const StoreValues& store);
 
 // --- The frame ---
 

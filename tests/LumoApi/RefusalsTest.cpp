@@ -217,7 +217,7 @@ std::vector<Kind> kinds() {
          "param error: miniAppID is nil", "miniAppID: missing or empty"},
         {on<LumoApiLaunchMiniProgramObject>([](auto& o) { o.setMiniAppID("\xFF"); }),
          {},
-         "query: not a valid URL"}}}};
+         "query: not valid UTF-8"}}}};
 }
 
 TEST_F(Refusals, EachFaultAndEachPairOfFaults) {

@@ -95,7 +95,7 @@ TEST(Model, CommonContentSurvivesItsArchive) {
 TEST(QueryDictionary, KeepsPlaceAndOrder) {
   LumoApiQueryDictionary query{{"a", "1"}, {"b", "2"}};
   query.set(std::string("a"), lumo::QueryValue::fixed("3"));
-  query.set(lumo::QueryKey::fixed("c"), lumo::QueryValue::base64(std::string("x")));
+  query.set(lumo::FixedWord("c"), lumo::QueryValue::base64(std::string("x")));
   std::string order;
   for (const auto& entry : query) order += std::string(std::string_view(entry.key)) + entry.value.asText();
   EXPECT_EQ(order, "a3b2ceA==");

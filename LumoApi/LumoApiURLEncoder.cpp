@@ -9,7 +9,6 @@ namespace {
 
 using lumo::CharacterSet;
 using lumo::Data;
-using lumo::QueryValue;
 using lumo::URL;
 using Entry = LumoApiQueryDictionary::Entries::Entry;
 

@@ -8,7 +8,6 @@
 #include "model/LumoOpenApiUtility.h"
 #include "model/LumoWebViewKit.h"
 
-using lumo::kSilent;
 using lumo::Result;
 using lumo::URL;
 using Code = LumoApiRefusal::Code;

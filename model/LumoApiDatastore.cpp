@@ -1,46 +1,25 @@
 #include "model/LumoApiDatastore.h"
 
+#include <new>
 #include <utility>
 
 LumoApiPasteboard::~LumoApiPasteboard() = default;
 
-namespace {
-
-class MemoryPasteboard final : public LumoApiPasteboard {
- public:
-  bool write(LumoApiLargeDataPtr record) noexcept override {
-    const std::lock_guard guard(lock_);
-    record_.swap(record);
-    return true;
-  }
-
-  LumoApiLargeDataPtr read() noexcept override {
-    const std::lock_guard guard(lock_);
-    return record_;
-  }
-
- private:
-  std::mutex lock_;
-  LumoApiLargeDataPtr record_;
-};
-
-}  // namespace
-
 // In all of these, what a setter replaces is destroyed after the lock is released: it may be large.
-
-LumoApiDatastore::LumoApiDatastore()
-    : values_(std::make_shared<const Values>()), pasteboard_(std::make_shared<MemoryPasteboard>()) {}
 
 // instance
 LumoApiDatastore& LumoApiDatastore::instance() noexcept {
-  // Never destroyed, so that a thread that outlives main() finds it still there.
-  static LumoApiDatastore& store = *new LumoApiDatastore;
+  // Needs no memory of its own, and is never destroyed, so that a thread that outlives main() finds it still
+  // there.
+  alignas(LumoApiDatastore) static unsigned char place[sizeof(LumoApiDatastore)];
+  static LumoApiDatastore& store = *new (place) LumoApiDatastore;
   return store;
 }
 
 std::shared_ptr<const LumoApiDatastore::Values> LumoApiDatastore::values() const noexcept {
+  static const Values kNone;
   const std::lock_guard guard(lock_);
-  return values_;
+  return values_ ? values_ : std::shared_ptr<const Values>(std::shared_ptr<void>(), &kNone);
 }
 
 void LumoApiDatastore::setValues(Values values) {
@@ -51,11 +30,18 @@ void LumoApiDatastore::setValues(Values values) {
 
 // setApiLargeData:
 bool LumoApiDatastore::setApiLargeData(LumoApiLargeDataPtr record) noexcept {
-  return pasteboard()->write(std::move(record));
+  if (const auto elsewhere = pasteboard()) return elsewhere->write(std::move(record));
+  const std::lock_guard guard(lock_);
+  record_.swap(record);
+  return true;
 }
 
 // getApiLargeData
-LumoApiLargeDataPtr LumoApiDatastore::getApiLargeData() const noexcept { return pasteboard()->read(); }
+LumoApiLargeDataPtr LumoApiDatastore::getApiLargeData() const noexcept {
+  if (const auto elsewhere = pasteboard()) return elsewhere->read();
+  const std::lock_guard guard(lock_);
+  return record_;
+}
 
 void LumoApiDatastore::setApiMessage(std::optional<LumoApiMessage> message) {
   const std::lock_guard guard(lock_);
@@ -68,8 +54,7 @@ std::optional<LumoApiMessage> LumoApiDatastore::apiMessage() const noexcept {
   return message_;
 }
 
-void LumoApiDatastore::setPasteboard(std::shared_ptr<LumoApiPasteboard> pasteboard) {
-  if (!pasteboard) pasteboard = std::make_shared<MemoryPasteboard>();
+void LumoApiDatastore::setPasteboard(std::shared_ptr<LumoApiPasteboard> pasteboard) noexcept {
   const std::lock_guard guard(lock_);
   pasteboard_.swap(pasteboard);
 }

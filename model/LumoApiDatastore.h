@@ -84,18 +84,19 @@ class LUMOAPI_EXPORT LumoApiDatastore {
   }
 
   /// Keeps the record elsewhere from now on; null: in memory again. The record is not carried over.
-  void setPasteboard(std::shared_ptr<LumoApiPasteboard> pasteboard);
+  void setPasteboard(std::shared_ptr<LumoApiPasteboard> pasteboard) noexcept;
 
   LumoApiDatastore(const LumoApiDatastore&) = delete;
   LumoApiDatastore& operator=(const LumoApiDatastore&) = delete;
 
  private:
-  LumoApiDatastore();
+  LumoApiDatastore() noexcept = default;
   std::optional<LumoApiMessage> apiMessage() const noexcept;
   std::shared_ptr<LumoApiPasteboard> pasteboard() const noexcept;
 
   mutable std::mutex lock_;
-  std::shared_ptr<const Values> values_;
+  std::shared_ptr<const Values> values_;  // null until they are set
   std::optional<LumoApiMessage> message_;
-  std::shared_ptr<LumoApiPasteboard> pasteboard_;
+  std::shared_ptr<LumoApiPasteboard> pasteboard_;  // null: record_ is the pasteboard
+  LumoApiLargeDataPtr record_;
 };

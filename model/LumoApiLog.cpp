@@ -11,7 +11,7 @@ namespace {
 constexpr std::string_view kFile = "LumoApi/LumoApiMessageAndUrlConverter";
 
 void writeToStandardError(const LumoApiLog::Line& line) {
-  std::fprintf(stderr, "%.*s:%d: %.*s\n", static_cast<int>(line.file.size()), line.file.data(), line.line,
+  (void)std::fprintf(stderr, "%.*s:%d: %.*s\n", static_cast<int>(line.file.size()), line.file.data(), line.line,
                static_cast<int>(line.message.size()), line.message.data());
 }
 

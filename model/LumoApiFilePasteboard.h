@@ -1,0 +1,37 @@
+#pragma once
+
+#include "model/LumoApiDatastore.h"
+#include "platform/Export.h"
+
+#include <cstddef>
+#include <mutex>
+#include <string>
+
+/// A pasteboard in a file, where two processes can meet: one stages a record, another reads it.
+///
+/// The file is the keyed archive of the record, readable by its owner alone. It is replaced at once: readers
+/// see the old record or the new one, never half, also when a writer dies midway. Links are not followed. A
+/// file that is damaged, oversized, another user's or no record at all reads as no record, and lastError()
+/// says why. Every operation may be called from any thread, and by several processes at once.
+class LUMOAPI_EXPORT LumoApiFilePasteboard : public LumoApiPasteboard {
+ public:
+  /// The largest file that is read, in bytes: several times what the largest request stages.
+  static constexpr std::size_t kMaxFileSize = 268'435'456;
+
+  explicit LumoApiFilePasteboard(std::string path);
+
+  bool write(LumoApiLargeDataPtr record) noexcept override;
+  LumoApiLargeDataPtr read() noexcept override;
+
+  /// What went wrong in the last operation, with the file's name in front; empty where it went well.
+  std::string lastError() const;
+
+ private:
+  /// Runs an operation that gives a text for what went wrong, and keeps that text.
+  template <class Operation>
+  bool succeeded(const Operation& operation) noexcept;
+
+  const std::string path_;
+  mutable std::mutex lock_;
+  std::string error_;
+};

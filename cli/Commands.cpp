@@ -1,6 +1,7 @@
 #include "cli/Commands.h"
 
 #include "cli/Console.h"
+#include "cli/Decode.h"
 #include "cli/Encode.h"
 #include "cli/NearestName.h"
 
@@ -16,23 +17,26 @@ namespace lumo::cli {
 
 namespace {
 
-constexpr std::string_view kToolHelp = R"(Turns messages into the URLs that launch the messenger.
+constexpr std::string_view kToolHelp =
+    R"(Turns messages into URLs that launch the messenger, and URLs that opened the app into messages.
 
   $ lumoapi encode share.json              the launch URL, and all else that the conversion did
   $ lumoapi encode --url share.json        the launch URL alone
   $ lumoapi encode --lines < shares.jsonl  one request a line, one result a line
+  $ lumoapi decode 'demo://…'              the message of a URL that opened the app
 
 Usage: lumoapi COMMAND [OPTION]... [FILE]
 
 Commands:
   encode       turn a message into its launch URL
+  decode       turn a URL that opened the app into its message
 
 Options:
   -h, --help   show this text; after a command, the command's
   --version    show the version
 
-Exit status: 0 a result came out, 1 refused, 2 wrong usage, 3 a document in error, 4 a file that cannot be
-read or written.
+Exit status: 0 a result came out, 1 refused or no message, 2 wrong usage, 3 a document in error,
+4 a file that cannot be read or written.
 )";
 
 constexpr std::string_view kEncodeHelp = R"(Turns a message into the URL that launches the messenger with it.
@@ -40,23 +44,65 @@ constexpr std::string_view kEncodeHelp = R"(Turns a message into the URL that la
   $ echo '{"message": {"object": {"class": "LumoApiTextObject", "text": "hello"}}}' | lumoapi encode --url
   mlumoapi://share/to_fri?src_type=app&version=1&file_type=text&callback_type=scheme&file_data=aGVsbG8=
 
-  $ lumoapi encode share.json              the result: URL, log lines, staged bytes, content object
-  $ lumoapi encode --lines < shares.jsonl  the result of each line, for a program at the other end of a pipe
+  $ lumoapi encode share.json              the result: URL, log, staged bytes, content object
+  $ lumoapi encode --store F image.json    the same with the staged bytes in a file, for others
+  $ lumoapi encode --lines < shares.jsonl  the result of each line, for a program behind a pipe
 
-Usage: lumoapi encode [--url] [--lines] [FILE]
+Usage: lumoapi encode [--url] [--store FILE] [--lines] [FILE]
 
-  FILE         the request, a JSON document; standard input without one, or with -
-  --url        write the URL alone (nothing where the request is refused)
-  --lines      read one request a line and write one result a line, in order; a line in error gives
-               {"error": "..."}. With --url: one URL a line, empty where there is none (the reason is on
-               standard error)
-  -h, --help   show this text
+  FILE          the request, a JSON document; standard input without one, or with -
+  --url         write the URL alone (nothing where the request is refused)
+  --store FILE  keep the large-data record in FILE, where lumoapi decode --store FILE finds it. A
+                record in the request goes there first, then what is staged; without either, FILE
+                keeps its own. A file that holds anything else is left alone. Not with --lines
+  --lines       read one request a line and write one result a line, in order; a line in error gives
+                {"error": "..."}. With --url: one URL a line, empty where there is none (the reason
+                is on standard error)
+  -h, --help    show this text
 
 A request holds "message", and what surrounds it: "datastore", "currentObject", "webView". Bytes are
 {"$data": base64} or {"$file": path beside the document}.
 
-Exit status: 0 a URL came out, 1 refused (the reason is on standard error), 2 wrong usage, 3 a document in
-error, 4 a file that cannot be read or written. With --lines: 0, unless a line was in error (3).
+Exit status: 0 a URL came out, 1 refused (the reason is on standard error), 2 wrong usage, 3 a
+document in error, 4 a file that cannot be read or written. With --lines: 0, unless a line was in
+error (3).
+)";
+
+constexpr std::string_view kDecodeHelp = R"(Turns a URL that opened the app into its message.
+
+  $ lumoapi decode 'demo://request_from_lumo/view?file_type=text&file_data=aGVsbG8='
+  {
+    "message": {
+      "type": 1,
+      "object": {
+        "class": "LumoApiTextObject",
+        "text": "hello"
+      }
+    },
+    "log": []
+  }
+
+  $ lumoapi decode opened.json             the same for a URL and what surrounds its conversion
+  $ lumoapi decode --store F 'demo://…'    with the bytes that lumoapi encode --store F staged
+  $ lumoapi decode --lines < opened.jsonl  the result of each line, for a program behind a pipe
+
+Usage: lumoapi decode [--store FILE] [--lines] [URL | FILE]
+
+  URL           the URL itself: what has a ":" and is not the name of a file
+  FILE          the request, a JSON document; standard input without one, or with -
+  --store FILE  take the large-data record from FILE, which need not exist. A record in the request
+                goes there first. Not with --lines
+  --lines       read one request a line (from FILE, too) and write one result a line, in order; a
+                line in error gives {"error": "..."}
+  -h, --help    show this text
+
+A request holds "url", "entry" ("messageWithUrl", "messageWithUrlNoClipboard" or
+"messageWithUrlUsedClipboard": the operation that is called), and what surrounds it: "datastore",
+"currentObject", "webView". Nothing in a URL is verified: any app may have made it.
+
+Exit status: 0 a message came out, 1 the URL yields none (the reason is on standard error), 2 wrong
+usage, 3 a document in error or a URL that is not valid, 4 a file that cannot be read or written.
+With --lines: 0, unless a line was in error (3).
 )";
 
 using Arguments = std::vector<std::string>;
@@ -91,14 +137,29 @@ std::optional<int> parsed(CLI::App& options, const Arguments& arguments, std::st
   }
 }
 
+/// What all conversions take. Nothing is carried from one line to the next, so lines have no store.
+template <class Chosen>
+void addConversionOptions(CLI::App& options, Chosen& chosen) {
+  options.add_option("file", chosen.file);
+  CLI::Option* store = options.add_option("--store", chosen.store);
+  options.add_flag("--lines", chosen.lines)->excludes(store);
+}
+
 int runEncode(const Arguments& arguments) {
   EncodeOptions chosen;
   CLI::App options;
-  options.add_option("file", chosen.file);
+  addConversionOptions(options, chosen);
   options.add_flag("--url", chosen.urlAlone);
-  options.add_flag("--lines", chosen.lines);
   const std::optional<int> status = parsed(options, arguments, kEncodeHelp);
   return status ? *status : encode(chosen);
+}
+
+int runDecode(const Arguments& arguments) {
+  DecodeOptions chosen;
+  CLI::App options;
+  addConversionOptions(options, chosen);
+  const std::optional<int> status = parsed(options, arguments, kDecodeHelp);
+  return status ? *status : decode(chosen);
 }
 
 struct Command {
@@ -108,6 +169,7 @@ struct Command {
 
 constexpr Command kCommands[] = {
     {"encode", runEncode},
+    {"decode", runDecode},
 };
 
 int noSuchCommand(const std::string& name) {

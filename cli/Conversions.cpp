@@ -44,26 +44,42 @@ void appendErrorResult(std::string& output, const std::string& message) {
   output += *writeJSON(Value::Dictionary{{"error", message}}, {.escapeSolidus = false});
 }
 
+/// Runs `convertInto(output)` for the one request of that name.
+template <class ConvertInto>
+int converted(const std::string& name, const ConvertInto& convertInto) {
+  Output output;
+  std::string reason;
+  try {
+    reason = convertInto(output.buffer());
+  } catch (const DocumentError& error) {
+    complain(name + ": " + error.what());
+    return kDocumentError;
+  }
+  if (!output.buffer().empty()) output.buffer() += '\n';
+  output.flush();
+  if (reason.empty()) return kDone;
+  complain(reason);
+  return kRefused;
+}
+
 }  // namespace
 
 int convertDocument(const std::string& file, const Convert& convert) {
   return withFiles([&] {
     const Input input(file);
     const std::string text = input.readAll();
-    Output output;
-    LumoApiRefusal refusal;
-    try {
+    return converted(input.name(), [&](std::string& output) {
       const Value document = parsed(text);
-      refusal = convert(Place(document, input.folder()), output.buffer());
-    } catch (const DocumentError& error) {
-      complain(input.name() + ": " + error.what());
-      return kDocumentError;
-    }
-    if (!output.buffer().empty()) output.buffer() += '\n';
-    output.flush();
-    if (!refusal) return kDone;
-    complain("refused: " + refusal.description());
-    return kRefused;
+      return convert(Place(document, input.folder()), output);
+    });
+  });
+}
+
+int convertRequest(const Value& request, const std::string& name, const Convert& convert) {
+  return withFiles([&] {
+    const std::filesystem::path workingFolder;
+    return converted(name,
+                     [&](std::string& output) { return convert(Place(request, workingFolder), output); });
   });
 }
 
@@ -83,8 +99,8 @@ int convertLines(const std::string& file, Reasons reasons, const Convert& conver
       if (isBlank(*line)) continue;
       try {
         const Value document = parsedLine(*line);
-        const LumoApiRefusal refusal = convert(Place(document, input.folder()), output.buffer());
-        if (refusal && reasons == Reasons::OnStandardError) report("refused: " + refusal.description());
+        const std::string reason = convert(Place(document, input.folder()), output.buffer());
+        if (!reason.empty() && reasons == Reasons::OnStandardError) report(reason);
       } catch (const DocumentError& error) {
         status = kDocumentError;
         if (reasons == Reasons::OnStandardError) {

@@ -17,7 +17,7 @@ Value resultOf(const std::optional<URL>& url, const LumoApiObject* object, const
   result.reserve(4);
   result.set("url", url ? Value(url->absoluteString()) : Value());
   result.set("log", documentOf(stage.log()));
-  result.set("apiLargeData", documentOf(LumoApiDatastore::instance().getApiLargeData()));
+  result.set("apiLargeData", documentOf(stage.record()));
   result.set("object", documentOf(object));
   return result;
 }
@@ -25,20 +25,21 @@ Value resultOf(const std::optional<URL>& url, const LumoApiObject* object, const
 }  // namespace
 
 int encode(const EncodeOptions& options) {
-  Stage stage;
+  Stage stage(options.store);
   const JSONStyle style{.escapeSolidus = false, .indent = options.lines ? -1 : 2};
   const Convert convert = [&](const Place& document, std::string& output) {
     EncodeRequest request = readEncodeRequest(document);
     stage.set(std::move(request.surroundings));
     LumoApiRefusal refusal;
     const std::optional<URL> url = LumoApiMessageAndUrlConverter::urlWithMessage(request.message, &refusal);
+    stage.checkStore();
     if (options.urlAlone) {
       if (url) output += url->absoluteString();
     } else {
       const LumoApiObject* object = request.message ? request.message->object().get() : nullptr;
       appendResult(output, resultOf(url, object, stage), style);
     }
-    return refusal;
+    return refusal ? "refused: " + refusal.description() : "";
   };
   if (!options.lines) return convertDocument(options.file, convert);
   return convertLines(options.file, options.urlAlone ? Reasons::OnStandardError : Reasons::InResults,

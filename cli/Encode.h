@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 namespace lumo::cli {
@@ -7,6 +8,8 @@ namespace lumo::cli {
 struct EncodeOptions {
   /// The request; "-" is standard input.
   std::string file = "-";
+  /// The file that keeps the large-data record; null: memory. Not for many requests.
+  std::optional<std::string> store;
   /// Only the URL's text instead of the whole result.
   bool urlAlone = false;
   /// One request a line.

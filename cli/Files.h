@@ -15,7 +15,9 @@ inline constexpr std::size_t kMostBytes = 0x7FFFFFFF;
 /// A file that could not be read or written; says which and why.
 class FileError : public std::runtime_error {
  public:
-  FileError(const std::string& name, const std::string& reason) : std::runtime_error(name + ": " + reason) {}
+  /// In words that begin with the file's name.
+  explicit FileError(const std::string& what) : std::runtime_error(what) {}
+  FileError(const std::string& name, const std::string& reason) : FileError(name + ": " + reason) {}
   /// The reason is what `error` (an errno) stands for.
   FileError(const std::string& name, int error);
 

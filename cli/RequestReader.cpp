@@ -131,6 +131,20 @@ void takeSurroundings(Members& request, Surroundings& surroundings) {
   request.take("webView", surroundings.webView);
 }
 
+void read(const Place& place, Entry& entry) {
+  const std::string* name = nullptr;
+  read(place, name);
+  if (*name == "messageWithUrl") {
+    entry = Entry::MessageWithUrl;
+  } else if (*name == "messageWithUrlNoClipboard") {
+    entry = Entry::MessageWithUrlNoClipboard;
+  } else if (*name == "messageWithUrlUsedClipboard") {
+    entry = Entry::MessageWithUrlUsedClipboard;
+  } else {
+    place.fail("none of messageWithUrl, messageWithUrlNoClipboard, messageWithUrlUsedClipboard");
+  }
+}
+
 EncodeRequest readEncodeRequest(const Place& document) {
   EncodeRequest request;
   Members members(document);
@@ -138,6 +152,17 @@ EncodeRequest readEncodeRequest(const Place& document) {
   takeSurroundings(members, request.surroundings);
   members.finish();
   if (!hasMessage) document.failMember("message", "missing");
+  return request;
+}
+
+DecodeRequest readDecodeRequest(const Place& document) {
+  DecodeRequest request;
+  Members members(document);
+  const bool hasURL = members.take("url", request.url);
+  members.take("entry", request.entry);
+  takeSurroundings(members, request.surroundings);
+  members.finish();
+  if (!hasURL) document.failMember("url", "missing");
   return request;
 }
 

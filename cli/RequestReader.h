@@ -3,6 +3,7 @@
 #include "cli/FieldReader.h"
 #include "cli/Surroundings.h"
 #include "model/LumoApiMessage.h"
+#include "platform/URL.h"
 
 #include <memory>
 #include <optional>
@@ -24,7 +25,19 @@ struct EncodeRequest {
   Surroundings surroundings;
 };
 
-/// Throws a DocumentError where the document is no such request.
+/// The operation that an app hands such a URL to.
+enum class Entry { MessageWithUrl, MessageWithUrlNoClipboard, MessageWithUrlUsedClipboard };
+void read(const Place& place, Entry& entry);
+
+/// A URL that opened the app and is to be turned into its message.
+struct DecodeRequest {
+  std::optional<URL> url;
+  Entry entry = Entry::MessageWithUrl;
+  Surroundings surroundings;
+};
+
+// Both throw a DocumentError where the document is no such request.
 EncodeRequest readEncodeRequest(const Place& document);
+DecodeRequest readDecodeRequest(const Place& document);
 
 }  // namespace lumo::cli

@@ -90,7 +90,7 @@ Value documentOf(const std::vector<std::string>& texts) { return written(texts);
 
 void appendResult(std::string& output, const Value& result, JSONStyle style) {
   const std::optional<std::string> text = writeJSON(result, style);
-  if (!text) throw DocumentError("the result is nested too deeply");
+  if (!text) throw DocumentError("the result is nested too deeply or holds a text that is not UTF-8");
   output += *text;
 }
 

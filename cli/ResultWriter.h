@@ -19,8 +19,8 @@ Value documentOf(const std::optional<LumoApiMessage>& message);
 Value documentOf(const LumoApiLargeDataPtr& record);
 Value documentOf(const std::vector<std::string>& texts);
 
-/// Appends the JSON text of a result. Throws a DocumentError where a free-form value in it is nested too
-/// deeply.
+/// Appends the JSON text of a result. Throws a DocumentError where something in it has no JSON form: a
+/// free-form value that is nested too deeply, a text of another app's record that is not UTF-8.
 void appendResult(std::string& output, const Value& result, JSONStyle style);
 
 }  // namespace lumo::cli

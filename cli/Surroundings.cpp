@@ -1,5 +1,6 @@
 #include "cli/Surroundings.h"
 
+#include "cli/Files.h"
 #include "model/LumoApiCurrentObject.h"
 #include "model/LumoApiLog.h"
 #include "model/LumoWebViewKit.h"
@@ -9,13 +10,17 @@
 
 namespace lumo::cli {
 
-Stage::Stage() {
+Stage::Stage(const std::optional<std::string>& store) {
+  if (store) storeFile_ = std::make_shared<LumoApiFilePasteboard>(*store);
+  LumoApiDatastore::instance().setPasteboard(storeFile_);
   LumoApiLog::setHandler([this](const LumoApiLog::Line& line) { log_.emplace_back(line.message); });
   LumoWebViewKit::setHandler({.claims = [this](const URL& url) { return claims(url); },
                               .message = [this](const URL&) { return webView_.message; }});
 }
 
 Stage::~Stage() {
+  storeFile_.reset();
+  LumoApiDatastore::instance().setPasteboard(nullptr);
   set({});
   LumoWebViewKit::removeHandler();
   LumoApiLog::removeHandler();
@@ -24,11 +29,24 @@ Stage::~Stage() {
 void Stage::set(Surroundings surroundings) {
   LumoApiDatastore& store = LumoApiDatastore::instance();
   store.setValues(std::move(surroundings.values));
-  store.setApiLargeData(std::move(surroundings.apiLargeData));
+  if (storeFile_) record();  // a file that holds something else must not be replaced
+  if (!storeFile_ || surroundings.apiLargeData) store.setApiLargeData(std::move(surroundings.apiLargeData));
+  checkStore();
   store.setApiMessage(std::move(surroundings.apiMessage));
   LumoApiCurrentObject::set(std::move(surroundings.currentObject));
   webView_ = std::move(surroundings.webView);
   log_.clear();
+}
+
+LumoApiLargeDataPtr Stage::record() const {
+  LumoApiLargeDataPtr held = LumoApiDatastore::instance().getApiLargeData();
+  checkStore();
+  return held;
+}
+
+void Stage::checkStore() const {
+  const std::string error = storeFile_ ? storeFile_->lastError() : "";
+  if (!error.empty()) throw FileError(error);
 }
 
 bool Stage::claims(const URL& url) const {

@@ -1,8 +1,6 @@
 #include "cli/RequestReader.h"
 #include "cli/ResultWriter.h"
 #include "model/ContentClasses.h"
-#include "model/LumoApiCurrentObject.h"
-#include "model/LumoWebViewKit.h"
 
 #include <gtest/gtest.h>
 
@@ -25,83 +23,67 @@ std::string errorOf(std::string_view text) {
   }
 }
 
-/// A request whose content object has the members.
+/// A request whose content object has the members, or without a class the request itself.
 std::string with(const std::string& className, const std::string& members) {
+  if (className.empty()) return R"({"message":null,)" + members + "}";
   return R"({"message":{"object":{"class":"LumoApi)" + className + R"(Object",)" + members + "}}}";
 }
 
 TEST(RequestReaderTest, EveryMistakeIsNamedByItsPath) {
   const std::string kText = "not a string but ", kBytes = R"(not {"$data": base64} or {"$file": path} but )";
   const std::string kUnsigned = "not an integer from 0 to 18446744073709551615 but ";
-  const std::pair<std::string, std::string> kCases[] = {
-      {"[]", "not an object but an array"},
-      {"{}", "message: missing"},
-      {R"({"mesage":null})", "mesage: unknown member, did you mean message?"},
-      {R"({"message":null,"":1})", R"([""]: unknown member)"},
-      {R"({"message":null,"a/\u001b\"":1})", R"(["a/\u001b\""]: unknown member)"},
-      {R"({"message":null,")" + std::string(63, 'x') + R"(ä":1})",
-       "[\"" + std::string(63, 'x') + "…\"]: unknown member"},
-      {R"({"message":{"type":2147483648}})",
+  const std::string kEither = "exactly one of $data and $file is expected", kFolder = LUMOAPI_SOURCE_DIR "/";
+  const std::string kBase64 = "not base64 with its padding", k63 = std::string(63, 'x');
+  const struct {
+    std::string className, members, error;
+  } kCases[] = {
+      {"", R"("":1)", R"([""]: unknown member)"},
+      {"", R"("a/\u001b\"":1)", R"(["a/\u001b\""]: unknown member)"},
+      {"", "\"" + k63 + "ä\":1", "[\"" + k63 + "…\"]: unknown member"},
+      {"", R"("message":{"type":2147483648})",
        "message.type: not an integer from -2147483648 to 2147483647 but 2147483648"},
-      {R"({"message":{"isSupportKiva":1}})", "message.isSupportKiva: not true or false but 1"},
-      {R"({"message":{"kivaObject":{"kivadata":null}}})",
+      {"", R"("message":{"isSupportKiva":1})", "message.isSupportKiva: not true or false but 1"},
+      {"", R"("message":{"kivaObject":{"kivadata":null}})",
        "message.kivaObject.kivadata: unknown member, did you mean kivaData?"},
-      {R"({"message":{"object":{"text":"x"}}})", "message.object.class: missing"},
-      {R"({"message":{"object":{"class":"LumoApiTxtObject"}}})",
+      {"", R"("message":{"object":{"text":"x"}})", "message.object.class: missing"},
+      {"", R"("message":{"object":{"class":"LumoApiTxtObject"}})",
        "message.object.class: no content class has this name, did you mean LumoApiTextObject?"},
-      {R"({"message":{"object":{"class":"X"}}})", "message.object.class: no content class has this name"},
-      {with("Text", R"("titel":null)"), "message.object.titel: unknown member, did you mean title?"},
-      {with("Text", R"("flashURL":"a:")"), "message.object.flashURL: unknown member"},
-      {with("Text", R"("text":7.0)"), "message.object.text: " + kText + "7.0"},
-      {with("Text", R"("cflag":7.0)"), "message.object.cflag: " + kUnsigned + "7.0"},
-      {with("Text", R"("cflag":-1)"), "message.object.cflag: " + kUnsigned + "-1"},
-      {with("Text", R"("cflag":18446744073709551616)"),
-       "message.object.cflag: " + kUnsigned + "18446744073709551616.0"},
-      {with("Text", R"("cflag":true)"), "message.object.cflag: " + kUnsigned + "true"},
-      {with("Text", R"("cflag":1,"cflag":"1")"), "message.object.cflag: " + kUnsigned + "a string"},
-      {with("URL", R"("url":"a b")"), "message.object.url: not a valid URL"},
-      {with("URL", R"("url":{})"), "message.object.url: " + kText + "an object"},
-      {with("File", R"("data":"AA==")"), "message.object.data: " + kBytes + "a string"},
-      {with("File", R"("data":{})"), "message.object.data: exactly one of $data and $file is expected"},
-      {with("File", R"("data":{"$data":"","$file":""})"),
-       "message.object.data: exactly one of $data and $file is expected"},
-      {with("File", R"("data":{"$Data":""})"),
-       "message.object.data.$Data: unknown member, did you mean $data?"},
-      {with("File", R"("data":{"$data":"AA="})"), "message.object.data.$data: not base64 with its padding"},
-      {with("File", R"("data":{"$data":"A-=="})"), "message.object.data.$data: not base64 with its padding"},
-      {with("File", R"("data":{"$data":"AA==\n"})"),
-       "message.object.data.$data: not base64 with its padding"},
-      {with("File", R"("imageDataArray":[{"$data":""},{"$file":"none.jpg"}])"),
-       "message.object.imageDataArray[1].$file: " LUMOAPI_SOURCE_DIR "/none.jpg: No such file or directory"},
-      {with("File", R"("data":{"$file":"cli"})"),
-       "message.object.data.$file: " LUMOAPI_SOURCE_DIR "/cli: Is a directory"},
-      {with("File", R"("data":{"$file":"/dev/zero"})"),
-       "message.object.data.$file: /dev/zero: not a regular file"},
-      {with("File", R"("data":{"$file":"dev\u0000"})"),
-       "message.object.data.$file: " LUMOAPI_SOURCE_DIR "/dev: the path holds a zero byte"},
-      {with("File", R"("imageDataArray":[null])"), "message.object.imageDataArray[0]: " + kBytes + "null"},
-      {with("CommonContent", R"("textArray":["",null])"), "message.object.textArray[1]: " + kText + "null"},
-      {with("CommonContent", R"("textArray":{})"), "message.object.textArray: not an array but an object"},
-      {with("CreateLumoGroupPro", R"("queryDictionary":{"a":"","b":false})"),
-       "message.object.queryDictionary.b: " + kText + "false"},
-      {with("VideoForNimbo", R"("extMap":{"a":[1,{"$data":"?"}]})"),
-       "message.object.extMap.a[1].$data: not base64 with its padding"},
-      {with("VideoForNimbo", R"("extMap":[{"$file":null}])"),
-       "message.object.extMap[0]: exactly one of $data and $file is expected"},
-      {R"({"message":null,"datastore":{"uin":1.5}})",
-       "datastore.uin: not a string or a 64-bit integer but 1.5"},
-      {R"({"message":null,"datastore":{"apiLargeData":{"fileData":null}}})",
+      {"", R"("datastore":{"uin":1.5})", "datastore.uin: not a string or a 64-bit integer but 1.5"},
+      {"", R"("datastore":{"apiLargeData":{"fileData":null}})",
        "datastore.apiLargeData.fileData: unknown member, did you mean file_data?"},
-      {R"({"message":null,"datastore":{"apiMessage":{"object":7}}})",
-       "datastore.apiMessage.object: not an object but 7"},
-      {R"({"message":null,"currentObject":{"class":"LumoApiObject","text":""}})",
-       "currentObject.text: unknown member"},
-      {R"({"message":null,"webView":{"claims":[0]}})", "webView.claims[0]: " + kText + "0"},
+      {"", R"("datastore":{"apiMessage":{"object":7}})", "datastore.apiMessage.object: not an object but 7"},
+      {"", R"("currentObject":{"class":"LumoApiObject","text":""})", "currentObject.text: unknown member"},
+      {"", R"("webView":{"claims":[0]})", "webView.claims[0]: not a string but 0"},
+      {"Text", R"("titel":null)", "titel: unknown member, did you mean title?"},
+      {"Text", R"("flashURL":"a:")", "flashURL: unknown member"},
+      {"Text", R"("cflag":7.0)", "cflag: " + kUnsigned + "7.0"},
+      {"Text", R"("cflag":-1)", "cflag: " + kUnsigned + "-1"},
+      {"Text", R"("cflag":18446744073709551616)", "cflag: " + kUnsigned + "18446744073709551616.0"},
+      {"Text", R"("cflag":1,"cflag":"1")", "cflag: " + kUnsigned + "a string"},
+      {"URL", R"("url":"a b")", "url: not a valid URL"},
+      {"File", R"("data":"AA==")", "data: " + kBytes + "a string"},
+      {"File", R"("data":{})", "data: " + kEither},
+      {"File", R"("data":{"$data":"","$file":""})", "data: " + kEither},
+      {"File", R"("data":{"$Data":""})", "data.$Data: unknown member, did you mean $data?"},
+      {"File", R"("data":{"$data":"AA="})", "data.$data: " + kBase64},
+      {"File", R"("imageDataArray":[{"$data":""},{"$file":"none.jpg"}])",
+       "imageDataArray[1].$file: " + kFolder + "none.jpg: No such file or directory"},
+      {"File", R"("data":{"$file":"cli"})", "data.$file: " + kFolder + "cli: Is a directory"},
+      {"File", R"("data":{"$file":"/dev/zero"})", "data.$file: /dev/zero: not a regular file"},
+      {"File", R"("data":{"$file":"d\u0000"})", "data.$file: " + kFolder + "d: the path holds a zero byte"},
+      {"File", R"("imageDataArray":[null])", "imageDataArray[0]: " + kBytes + "null"},
+      {"CommonContent", R"("textArray":["",null])", "textArray[1]: " + kText + "null"},
+      {"CommonContent", R"("textArray":{})", "textArray: not an array but an object"},
+      {"CreateLumoGroupPro", R"("queryDictionary":{"b":false})", "queryDictionary.b: " + kText + "false"},
+      {"VideoForNimbo", R"("extMap":{"a":[1,{"$data":"?"}]})", "extMap.a[1].$data: " + kBase64},
+      {"VideoForNimbo", R"("extMap":[{"$file":null}])", "extMap[0]: " + kEither},
   };
-  for (const auto& [document, error] : kCases) {
-    SCOPED_TRACE(document);
-    EXPECT_EQ(errorOf(document), error);
+  for (const auto& [className, members, error] : kCases) {
+    EXPECT_EQ(errorOf(with(className, members)), (className.empty() ? "" : "message.object.") + error);
   }
+  EXPECT_EQ(errorOf("[]"), "not an object but an array");
+  EXPECT_EQ(errorOf("{}"), "message: missing");
+  EXPECT_EQ(errorOf(R"({"mesage":null})"), "mesage: unknown member, did you mean message?");
 }
 
 TEST(RequestReaderTest, NullAndAbsentMembersAreTheSame) {
@@ -164,29 +146,6 @@ TEST(RequestReaderTest, MessagesOfEveryClassComeBackAsTheyWereWritten) {
     EXPECT_EQ(back.kivaObject()->kivaData(), "card");
     return false;
   });
-}
-
-TEST(SurroundingsTest, SurroundOneConversionOnly) {
-  EncodeRequest request = requestOf(R"({"message":null,"currentObject":{"class":"LumoApiObject","cflag":9},
-      "datastore":{"appId":"100","uin":-9223372036854775808,"apiLargeData":{},"apiMessage":{"type":5}},
-      "webView":{"claims":["web:","https://"],"message":{"type":2}}})");
-  const LumoApiDatastore& store = LumoApiDatastore::instance();
-  const URL claimed = URL::parse("https://a").value();
-  Stage stage;
-  stage.set(std::move(request.surroundings));
-  EXPECT_EQ(store.appId(), "100");
-  EXPECT_EQ(store.uin(), Value(INT64_MIN));
-  EXPECT_TRUE(store.getApiLargeData() && store.getApiLargeData()->empty());
-  EXPECT_EQ(store.getApiMessageWithClass<LumoApiMessage>()->type(), 5);
-  EXPECT_EQ(LumoApiCurrentObject::get()->cflag(), 9U);
-  EXPECT_TRUE(LumoWebViewKit::canHanleOpenUrlFromSafari(claimed));
-  EXPECT_FALSE(LumoWebViewKit::canHanleOpenUrlFromSafari(URL::parse("http://a").value()));
-  EXPECT_EQ(LumoWebViewKit::messageWithSafariUrl(claimed)->type(), 2);
-
-  stage.set({});
-  EXPECT_FALSE(store.appId() || store.uin() || store.getApiLargeData() || LumoApiCurrentObject::get());
-  EXPECT_FALSE(store.getApiMessageWithClass<LumoApiMessage>());
-  EXPECT_FALSE(LumoWebViewKit::canHanleOpenUrlFromSafari(claimed));
 }
 
 }  // namespace

@@ -70,7 +70,7 @@ class ConverterTest : public testing::Test {
 
   /// Sends the object with the test's values; the log is then this conversion's.
   std::optional<URL> send(std::shared_ptr<LumoApiObject> object, std::int32_t type = 0,
-                          std::shared_ptr<LumoApiKivaObject> card = nullptr) {
+      std::shared_ptr<LumoApiKivaObject> card = nullptr) {
     log.clear();
     store().setValues(values);
     LumoApiMessage message = LumoApiMessage::messageWithObject(std::move(object), type);

@@ -42,7 +42,7 @@ TEST_F(Dispatch, DerivedClassesAreNoneOfTheKindsSaveLinks) {
   EXPECT_EQ(log, Log{"urlWithMessage, share with :(anonymous namespace)::Sticker"});
   EXPECT_EQ(refusal.code, LumoApiRefusal::Code::UnknownKind);
   for (const auto& none :
-       {std::make_shared<LumoApiObject>(), std::shared_ptr<LumoApiObject>(new LumoApiResultObject)}) {
+      {std::make_shared<LumoApiObject>(), std::shared_ptr<LumoApiObject>(new LumoApiResultObject)}) {
     EXPECT_FALSE(send(none));
   }
   const auto podcast = std::make_shared<Podcast>();

@@ -23,8 +23,7 @@ TEST_F(QueryItemFields, TitleDescriptionAndAppName) {
       {"Hi", "", "App", "Demo", {{"title", hi}, {"description", ""}, {"thirdAppDisplayName", base64("App")}}},
       {{}, "", "", "Demo", {{"title", old}, {"description", ""}, {"thirdAppDisplayName", demo}}},
       {{}, {}, {}, "Demo", {{"title", old}, {"thirdAppDisplayName", demo}}},
-      {{}, {}, "", {}, {{"title", old}}},
-      {{}, {}, {}, "", {{"title", old}, {"thirdAppDisplayName", ""}}},
+      {{}, {}, "", {}, {{"title", old}}}, {{}, {}, {}, "", {{"title", old}, {"thirdAppDisplayName", ""}}},
       {"\xFF", "\xED\xA0\x80", "\xC0\x80", "Demo", {{"title", old}}}};
   for (const Case& c : cases) {
     values.appName = c.storeName;
@@ -52,9 +51,8 @@ TEST_F(QueryItemFields, SingleFields) {
   Converter::setPreviewImageData(Data(), query);
   Converter::setString("", "empty", query);
   Converter::setURL(URL::parse("https://A.b:1/c?d=%20#e"), "previewimageUrl", query);
-  EXPECT_EQ(textsOf(query), (Pairs{{"previewimageData", ""},
-                                   {"empty", ""},
-                                   {"previewimageUrl", base64("https://A.b:1/c?d=%20#e")}}));
+  EXPECT_EQ(textsOf(query), (Pairs{{"previewimageData", ""}, {"empty", ""},
+                                {"previewimageUrl", base64("https://A.b:1/c?d=%20#e")}}));
   Converter::setPreviewImageData(bytes(3, 'a'), query);
   EXPECT_EQ(query.text("previewimageData"), "YWFh");
   EXPECT_FALSE(Converter::smartURLString(std::nullopt));
@@ -66,10 +64,9 @@ TEST_F(Staging, RecordHoldsWhatIsNotNull) {
   const std::optional<std::vector<Data>> images = std::vector{bytes(1), bytes(2)};
   EXPECT_TRUE(Converter::setupDataWith(none, none, std::nullopt, std::nullopt)->empty());
   const auto all = Converter::setupDataWith(preview, Data(), images, "kiva");
-  EXPECT_EQ(*all, (LumoApiLargeData{{"previewimagedata", *preview},
-                                    {"file_data", Data()},
-                                    {"image_data_list", Value::Array{bytes(1), bytes(2)}},
-                                    {"pasted_kiva_data", "a2l2YQ=="}}));
+  EXPECT_EQ(
+      *all, (LumoApiLargeData{{"previewimagedata", *preview}, {"file_data", Data()},
+                {"image_data_list", Value::Array{bytes(1), bytes(2)}}, {"pasted_kiva_data", "a2l2YQ=="}}));
   EXPECT_EQ(all->find("previewimagedata")->asData()->data(), preview->data()) << "not copied";
 }
 

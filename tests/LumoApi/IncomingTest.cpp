@@ -36,22 +36,20 @@ TEST_F(Incoming, HostAndPathDecide) {
   };
   using Code = LumoApiRefusal::Code;
   const Case cases[] = {{"demo://request_from_lumo/pick?a=", 3, Code::None, ""},
-                        {"other://request_from_lumo/pick?file_type=text&file_data=aGk=", 3, Code::None, ""},
-                        {"demo://request_from_lumo/view?a=b", 1, Code::None, ""},
-                        {"demo://request_from_lumo/view?file_type=Text", 1, Code::None, ""},
-                        {"demo://response_from_lumo?error=0", 6, Code::None, ""},
-                        {"demo://maLaunchApp?x=", 1, Code::None, ""},
-                        {"demo://request_from_lumo/pick/?a=b", {}, Code::UnknownPath, "path"},
-                        {"demo://request_from_lumo/Pick?a=b", {}, Code::UnknownPath, "path"},
-                        {"demo://request_from_lumo?a=b", {}, Code::UnknownPath, "path"},
-                        {"demo://request_from_lumo/pick", {}, Code::Missing, "query"},
-                        {"demo://request_from_lumo/pick?", {}, Code::Missing, "query"},
-                        {"demo://request_from_lumo/pick?a&b", {}, Code::Missing, "query"},
-                        {"demo:///pick?a=b", {}, Code::Missing, "host"},
-                        {"pick?a=b", {}, Code::Missing, "host"},
-                        {"demo://Request_From_Lumo/pick?a=b", {}, Code::UnknownHost, "host"},
-                        {"demo://malaunchapp?a=b", {}, Code::UnknownHost, "host"},
-                        {"demo://elsewhere?NeedToGetData=true", {}, Code::UnknownHost, "host"}};
+      {"other://request_from_lumo/pick?file_type=text&file_data=aGk=", 3, Code::None, ""},
+      {"demo://request_from_lumo/view?a=b", 1, Code::None, ""},
+      {"demo://request_from_lumo/view?file_type=Text", 1, Code::None, ""},
+      {"demo://response_from_lumo?error=0", 6, Code::None, ""}, {"demo://maLaunchApp?x=", 1, Code::None, ""},
+      {"demo://request_from_lumo/pick/?a=b", {}, Code::UnknownPath, "path"},
+      {"demo://request_from_lumo/Pick?a=b", {}, Code::UnknownPath, "path"},
+      {"demo://request_from_lumo?a=b", {}, Code::UnknownPath, "path"},
+      {"demo://request_from_lumo/pick", {}, Code::Missing, "query"},
+      {"demo://request_from_lumo/pick?", {}, Code::Missing, "query"},
+      {"demo://request_from_lumo/pick?a&b", {}, Code::Missing, "query"},
+      {"demo:///pick?a=b", {}, Code::Missing, "host"}, {"pick?a=b", {}, Code::Missing, "host"},
+      {"demo://Request_From_Lumo/pick?a=b", {}, Code::UnknownHost, "host"},
+      {"demo://malaunchapp?a=b", {}, Code::UnknownHost, "host"},
+      {"demo://elsewhere?NeedToGetData=true", {}, Code::UnknownHost, "host"}};
   store().setApiMessage(LumoApiMessage());
   for (const Case& c : cases) {
     SCOPED_TRACE(c.url);
@@ -59,8 +57,8 @@ TEST_F(Incoming, HostAndPathDecide) {
     EXPECT_EQ(message ? std::optional(message->type()) : std::nullopt, c.type);
     EXPECT_EQ(refusal.code, c.code);
     EXPECT_EQ(refusal.field, c.field);
-    EXPECT_EQ(log,
-              c.code == Code::UnknownHost ? Log{"LumoApiMessageAndUrlCoverter,LumoApiMessage = nil"} : Log{});
+    EXPECT_EQ(
+        log, c.code == Code::UnknownHost ? Log{"LumoApiMessageAndUrlCoverter,LumoApiMessage = nil"} : Log{});
     if (message && message->type() != 6 && !std::string_view(c.url).starts_with("demo://maLaunchApp")) {
       EXPECT_FALSE(message->object());
     }
@@ -95,8 +93,8 @@ TEST_F(Incoming, StoredMessageNeedsItsAnnouncement) {
   store().setApiMessage(LumoApiMessage::messageWithObject(LumoApiTextObject::objectWithText("t"), 7));
   for (const char* url : {announced, "s:?NeedToGetData=true"}) EXPECT_EQ(used(url), "7");
   for (const char* url :
-       {"s:?NeedToGetData=TRUE", "s:?NeedToGetData=1", "s:?NeedToGetData=%74rue", "s:?NeedToGetData",
-        "s:?needtogetdata=true", "s:?NeedToGetData=true&NeedToGetData=false", "s://h"}) {
+      {"s:?NeedToGetData=TRUE", "s:?NeedToGetData=1", "s:?NeedToGetData=%74rue", "s:?NeedToGetData",
+          "s:?needtogetdata=true", "s:?NeedToGetData=true&NeedToGetData=false", "s://h"}) {
     EXPECT_EQ(used(url), "NeedToGetData: no stored message is announced") << url;
   }
   EXPECT_FALSE(Converter::messageWithUrlUsedClipboard(std::nullopt));
@@ -105,11 +103,8 @@ TEST_F(Incoming, StoredMessageNeedsItsAnnouncement) {
 
 TEST_F(Incoming, LaunchFromMiniApp) {
   const std::pair<const char*, std::optional<std::string>> cases[] = {{"appParameter=a%3Db", "a=b"},
-                                                                      {"x=1", ""},
-                                                                      {"appParameter=", ""},
-                                                                      {"appParameter=1+2", "1+2"},
-                                                                      {"appParameter=%e4%b8%ad", "中"},
-                                                                      {"appParameter=%FF", std::nullopt}};
+      {"x=1", ""}, {"appParameter=", ""}, {"appParameter=1+2", "1+2"}, {"appParameter=%e4%b8%ad", "中"},
+      {"appParameter=%FF", std::nullopt}};
   for (const auto& [query, expected] : cases) {
     const auto message = open("demo://maLaunchApp?" + std::string(query));
     EXPECT_EQ(message->type(), 1);
@@ -134,10 +129,10 @@ TEST_F(Incoming, Responses) {
       {"error", "%37"}, {"error_description", "aGVsbG8="}, {"error_extend_info", "!"}, {"k", "a%20b"}});
   EXPECT_EQ(static_cast<const LumoApiObject&>(
                 respond("error=%37&error_description=aGVsbG8=&error_extend_info=!&k=a%20b")),
-            expected);
+      expected);
   EXPECT_EQ(static_cast<const LumoApiObject&>(
                 *Converter::messageWithResponseFromLumo(LumoApiURLDecoder())->object()),
-            LumoApiResultObject());
+      LumoApiResultObject());
 }
 
 TEST_F(Incoming, KindsFromQueryAndRecord) {
@@ -152,20 +147,18 @@ TEST_F(Incoming, KindsFromQueryAndRecord) {
   text->setDescription(description);
   const LumoApiLargeData common{{"file_data", *lumo::base64DecodedData(base64("no archive"))}};
 
-  store().setApiLargeData(std::make_shared<const LumoApiLargeData>(
-      LumoApiLargeData{{"previewimagedata", preview},
-                       {"file_data", main},
-                       {"image_data_list", Value::Array{images[0], images[1]}}}));
+  store().setApiLargeData(
+      std::make_shared<const LumoApiLargeData>(LumoApiLargeData{{"previewimagedata", preview},
+          {"file_data", main}, {"image_data_list", Value::Array{images[0], images[1]}}}));
   const Value map(Value::Dictionary{{"k", 1}});
   const std::string extMap = "&extMap=" + base64(R"({"k":1})");
-  const std::pair<std::string, std::shared_ptr<LumoApiObject>> cases[] = {
-      {"text&file_data=" + kText, text},
+  const std::pair<std::string, std::shared_ptr<LumoApiObject>> cases[] = {{"text&file_data=" + kText, text},
       {"text",
-       [&] {
-         auto o = std::make_shared<LumoApiTextObject>(*text);
-         o->setText({});
-         return o;
-       }()},
+          [&] {
+            auto o = std::make_shared<LumoApiTextObject>(*text);
+            o->setText({});
+            return o;
+          }()},
       {"img", LumoApiImageObject::objectWithData(main, preview, title, description)},
       {"image", LumoApiImageObject::objectWithData(main, preview, title, description)},
       {"file", LumoApiExtendObject::objectWithData(main, preview, title, description)},
@@ -174,27 +167,26 @@ TEST_F(Incoming, KindsFromQueryAndRecord) {
       {"news", LumoApiNewsObject::objectWithURL(link, title, description, preview)},
       {"url", LumoApiURLObject::objectWithURL(link, title, description, preview, 0)},
       {"nimbo&video_assetURL=" + base64("asset://1") + extMap,
-       LumoApiVideoForNimboObject::objectWithAssetURL("asset://1", title, map)},
+          LumoApiVideoForNimboObject::objectWithAssetURL("asset://1", title, map)},
       {"nimbo&extMap=" + base64("{no json"),
-       LumoApiVideoForNimboObject::objectWithVideoData(main, title, {})},
-      {"common", std::make_shared<LumoApiCommonContentObject>()},
-      {"localFile", nullptr},
-      {"IMG", nullptr},
+          LumoApiVideoForNimboObject::objectWithVideoData(main, title, {})},
+      {"common", std::make_shared<LumoApiCommonContentObject>()}, {"localFile", nullptr}, {"IMG", nullptr},
       {"", nullptr}};
   for (const auto& [query, expected] : cases) {
     SCOPED_TRACE(query);
     const auto object = view("file_type=" + query + fields);
     ASSERT_EQ(object != nullptr, expected != nullptr);
-    if (object) { EXPECT_EQ(*object, *expected); }
+    if (object) {
+      EXPECT_EQ(*object, *expected);
+    }
   }
   // Without a record, with foreign types in it, and with fields that do not decode.
   for (const LumoApiLargeDataPtr& odd :
-       {LumoApiLargeDataPtr(),
-        std::make_shared<const LumoApiLargeData>(LumoApiLargeData{
-            {"file_data", "text"}, {"image_data_list", Value::Array{main, 1}}, {"previewimagedata", 1}})}) {
+      {LumoApiLargeDataPtr(), std::make_shared<const LumoApiLargeData>(LumoApiLargeData{{"file_data", "text"},
+                                  {"image_data_list", Value::Array{main, 1}}, {"previewimagedata", 1}})}) {
     store().setApiLargeData(odd);
     EXPECT_EQ(*view("file_type=nimbo" + extMap),
-              *LumoApiImageArrayForNimboObject::objectWithimageDataArray({}, {}, map));
+        *LumoApiImageArrayForNimboObject::objectWithimageDataArray({}, {}, map));
     EXPECT_EQ(*view("file_type=img&title=!&description=/w=="), LumoApiImageObject());
     EXPECT_EQ(*view("file_type=url&url=" + base64("no url")), LumoApiURLObject());
     EXPECT_EQ(*view("file_type=common&title=" + kHi), LumoApiCommonContentObject());
@@ -217,8 +209,7 @@ TEST_F(Incoming, WhatIsSentIsReadBack) {
   common->setPreviewImageData(bytes(9));
   common->setPictureDataArray(std::vector{bytes(5'000'000)});
   common->setTitle("T");
-  const std::shared_ptr<LumoApiObject> objects[] = {
-      text,
+  const std::shared_ptr<LumoApiObject> objects[] = {text,
       LumoApiImageObject::objectWithData(bytes(5'000'000), bytes(9), "T", "D"),
       LumoApiExtendObject::objectWithData(bytes(1), {}, "", {}),
       LumoApiAudioObject::objectWithURL(link, "T", "D", bytes(9)),

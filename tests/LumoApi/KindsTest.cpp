@@ -14,7 +14,7 @@ class Kinds : public ConverterTest {
   /// The pairs without what every share carries here.
   static Pairs own(Pairs pairs) {
     for (const char* key : {"src_type", "version", "callback_type", "callback_name", "thirdAppDisplayName",
-                            "generalpastboard"}) {
+             "generalpastboard"}) {
       EXPECT_EQ(pairs.erase(key), 1u) << key;
     }
     return pairs;
@@ -34,10 +34,8 @@ TEST_F(Kinds, Links) {
   for (const auto& [code, word] : words) {
     const auto link =
         LumoApiURLObject::objectWithURL(URL::parse("https://a.example/?b=c"), "Hi", {}, {}, code);
-    EXPECT_EQ(own(pairsOf(send(link))), (Pairs{{"file_type", word},
-                                               {"url", base64("https://a.example/?b=c")},
-                                               {"objectlocation", "pasteboard"},
-                                               {"title", "SGk="}}));
+    EXPECT_EQ(own(pairsOf(send(link))), (Pairs{{"file_type", word}, {"url", base64("https://a.example/?b=c")},
+                                            {"objectlocation", "pasteboard"}, {"title", "SGk="}}));
     EXPECT_TRUE(storeUntouched());
   }
   const auto video = LumoApiVideoObject::objectWithURL(URL::parse("https://a.example/"), {}, "D", bytes(3));
@@ -46,14 +44,10 @@ TEST_F(Kinds, Links) {
   video->setPreviewImageURL(URL::parse("https://p.example/"));
   video->setTagName("t");
   video->setMessageExt("m");
-  Pairs expected{{"file_type", "video"},
-                 {"url", base64("https://a.example/")},
-                 {"objectlocation", "pasteboard"},
-                 {"description", base64("D")},
-                 {"flashurl", base64("https://f.example/")},
-                 {"previewimageUrl", base64("https://p.example/")},
-                 {"tagName", base64("t")},
-                 {"messageExt", base64("m")}};
+  Pairs expected{{"file_type", "video"}, {"url", base64("https://a.example/")},
+      {"objectlocation", "pasteboard"}, {"description", base64("D")},
+      {"flashurl", base64("https://f.example/")}, {"previewimageUrl", base64("https://p.example/")},
+      {"tagName", base64("t")}, {"messageExt", base64("m")}};
   EXPECT_EQ(own(pairsOf(send(video, 0, card("kiva")))), expected);
   const LumoApiLargeData staged{{"previewimagedata", bytes(3)}, {"pasted_kiva_data", base64("kiva")}};
   EXPECT_EQ(record(), staged);
@@ -86,27 +80,26 @@ TEST_F(Kinds, LinkLengthCountsCodeUnits) {
 TEST_F(Kinds, DataImageAndFile) {
   const auto image = LumoApiImageObject::objectWithData(bytes(3), {}, "Hi", {});
   EXPECT_EQ(own(pairsOf(send(image))),
-            (Pairs{{"file_type", "img"}, {"objectlocation", "pasteboard"}, {"title", "SGk="}}));
+      (Pairs{{"file_type", "img"}, {"objectlocation", "pasteboard"}, {"title", "SGk="}}));
   EXPECT_EQ(record(), (LumoApiLargeData{{"file_data", bytes(3)}}));
 
   const auto data = LumoApiExtendObject::objectWithData(bytes(5'242'880), bytes(1'048'576), {}, {});
   data->setImageDataArray(std::vector{bytes(1), Data()});
   data->setTagName("t");
   EXPECT_EQ(own(pairsOf(send(data, 0, card("kiva")))),
-            (Pairs{{"file_type", "file"}, {"objectlocation", "pasteboard"}, {"tagName", base64("t")}}));
-  EXPECT_EQ(record(), (LumoApiLargeData{{"file_data", *data->data()},
-                                        {"previewimagedata", *data->previewImageData()},
-                                        {"image_data_list", Value::Array{bytes(1), Data()}},
-                                        {"pasted_kiva_data", base64("kiva")}}));
+      (Pairs{{"file_type", "file"}, {"objectlocation", "pasteboard"}, {"tagName", base64("t")}}));
+  EXPECT_EQ(record(),
+      (LumoApiLargeData{{"file_data", *data->data()}, {"previewimagedata", *data->previewImageData()},
+          {"image_data_list", Value::Array{bytes(1), Data()}}, {"pasted_kiva_data", base64("kiva")}}));
   EXPECT_EQ(record().find("file_data")->asData()->data(), data->data()->data()) << "staged, not copied";
 
   const auto file = std::make_shared<LumoApiFileObject>();
   file->setData(bytes(10));
   for (const std::optional<std::string>& name : {std::optional<std::string>("cat.png"), {""}, {}}) {
     file->setFileName(name);
-    EXPECT_EQ(own(pairsOf(send(file, 0, card(std::nullopt)))), (Pairs{{"file_type", "localFile"},
-                                                                      {"objectlocation", "pasteboard"},
-                                                                      {"fileName", name.value_or("")}}));
+    EXPECT_EQ(own(pairsOf(send(file, 0, card(std::nullopt)))),
+        (Pairs{
+            {"file_type", "localFile"}, {"objectlocation", "pasteboard"}, {"fileName", name.value_or("")}}));
     EXPECT_EQ(record(), (LumoApiLargeData{{"file_data", bytes(10)}}));
   }
   file->setFileName("a b&file_type=text");
@@ -118,11 +111,9 @@ TEST_F(Kinds, WebImageStagesNothing) {
   image->setPreviewImageURL(URL::parse("https://p.example/x.png"));
   image->setMessageExt("m");
   EXPECT_EQ(own(pairsOf(send(image, 0, card("kiva")))),
-            (Pairs{{"file_type", "img"},
-                   {"objectlocation", "pasteboard"},
-                   {"previewimageUrl", base64("https://p.example/x.png")},
-                   {"messageExt", base64("m")},
-                   {"title", "SGk="}}));
+      (Pairs{{"file_type", "img"}, {"objectlocation", "pasteboard"},
+          {"previewimageUrl", base64("https://p.example/x.png")}, {"messageExt", base64("m")},
+          {"title", "SGk="}}));
   EXPECT_TRUE(storeUntouched());
 }
 
@@ -132,7 +123,7 @@ TEST_F(Kinds, CommonContent) {
   object->setTextArray(std::vector{letters(1536)});
   values.isLumoSupportUrlInsteadPastedboard = true;
   EXPECT_EQ(own(pairsOf(send(object, 0, card("kiva")))),
-            (Pairs{{"file_type", "common"}, {"objectlocation", "pasteboard"}, {"title", "SGk="}}));
+      (Pairs{{"file_type", "common"}, {"objectlocation", "pasteboard"}, {"title", "SGk="}}));
   EXPECT_EQ(record().size(), 2u);
   EXPECT_EQ(record().find("pasted_kiva_data")->asString()->substr(), base64("kiva"));
   const LumoApiLargeData staged = record();
@@ -156,8 +147,8 @@ TEST_F(Kinds, ProfilePicturesAndAuthorization) {
     return pairs;
   };
   EXPECT_EQ(own(pairsOf(url)), with("img", {{"shareType", "1"}}));
-  EXPECT_EQ(record(),
-            (LumoApiLargeData{{"previewimagedata", bytes(2'000'000)}, {"file_data", bytes(5'242'880)}}));
+  EXPECT_EQ(
+      record(), (LumoApiLargeData{{"previewimagedata", bytes(2'000'000)}, {"file_data", bytes(5'242'880)}}));
 
   const auto video = titled<LumoApiVideoForLumoAvatarObject>();
   video->setData(bytes(5'242'880));
@@ -200,10 +191,9 @@ TEST_F(Kinds, FeedPictures) {
   empty->setExtMap(Value(Value::Dictionary{}));
   for (const bool fromURL : {false, true}) {
     values.isLumoSupportUrlInsteadPastedboard = fromURL;
-    EXPECT_EQ(own(pairsOf(send(empty))), (Pairs{{"file_type", "nimbo"},
-                                                {"objectlocation", fromURL ? "url" : "pasteboard"},
-                                                {"title", "SGk="},
-                                                {"extMap", "e30="}}));
+    EXPECT_EQ(own(pairsOf(send(empty))),
+        (Pairs{{"file_type", "nimbo"}, {"objectlocation", fromURL ? "url" : "pasteboard"}, {"title", "SGk="},
+            {"extMap", "e30="}}));
     empty->setImageDataArray(std::vector<Data>{});
   }
   EXPECT_TRUE(storeUntouched());
@@ -216,11 +206,9 @@ TEST_F(Kinds, FeedVideo) {
     bool fromURL;
     std::optional<std::string> location;
   };
-  const Case cases[] = {{{}, bytes(52'428'800), true, "pasteboard"},
-                        {"", bytes(1), false, "pasteboard"},
-                        {"asset://1", bytes(60'000'000), true, {}},
-                        {"asset://1", Data(), false, {}},
-                        {"asset://1", {}, true, "url"}};
+  const Case cases[] = {{{}, bytes(52'428'800), true, "pasteboard"}, {"", bytes(1), false, "pasteboard"},
+      {"asset://1", bytes(60'000'000), true, {}}, {"asset://1", Data(), false, {}},
+      {"asset://1", {}, true, "url"}};
   for (const Case& c : cases) {
     store().setApiLargeData(before);
     values.isLumoSupportUrlInsteadPastedboard = c.fromURL;
@@ -252,23 +240,16 @@ TEST_F(Kinds, Services) {
   common->setOpenID("abc");
   auto url = send(common, 7);
   EXPECT_EQ(targetOf(url), "mlumoapi://open_connect/common_channel");
-  EXPECT_EQ(pairsOf(url), (Pairs{{"src_type", "app"},
-                                 {"version", "1"},
-                                 {"callback_type", "scheme"},
-                                 {"exsvr_id", "7"},
-                                 {"callback_name", "demo"},
-                                 {"openId", "abc"},
-                                 {"exsvr_userinfo", "eyJvcGVuSWQiOiJhYmMifQ=="},
-                                 {"thirdAppDisplayName", "RGVtbw=="}}));
+  EXPECT_EQ(pairsOf(url),
+      (Pairs{{"src_type", "app"}, {"version", "1"}, {"callback_type", "scheme"}, {"exsvr_id", "7"},
+          {"callback_name", "demo"}, {"openId", "abc"}, {"exsvr_userinfo", "eyJvcGVuSWQiOiJhYmMifQ=="},
+          {"thirdAppDisplayName", "RGVtbw=="}}));
   values = {.openId = "store", .uin = Value("1"), .isLumoSupportApiGeneralPastboard = true};
   common->setServiceID(std::nullopt);
   common->setOpenID("");
   common->setExtendInfo(Value("ignored"));
-  EXPECT_EQ(pairsOf(send(common)), (Pairs{{"src_type", "app"},
-                                          {"version", "1"},
-                                          {"callback_type", "scheme"},
-                                          {"exsvr_id", ""},
-                                          {"exsvr_userinfo", base64(R"({"openId":""})")}}));
+  EXPECT_EQ(pairsOf(send(common)), (Pairs{{"src_type", "app"}, {"version", "1"}, {"callback_type", "scheme"},
+                                       {"exsvr_id", ""}, {"exsvr_userinfo", base64(R"({"openId":""})")}}));
 
   const auto extra = std::make_shared<LumoApiExtraServiceObject>();
   extra->setOpenID("abc");
@@ -279,10 +260,8 @@ TEST_F(Kinds, Services) {
   Pairs pairs = pairsOf(url);
   EXPECT_EQ(userInfoOf(pairs), Value(Value::Dictionary{{"k", "v"}, {"openId", "abc"}, {"exsvr_touin", ""}}));
   pairs.erase("exsvr_userinfo");
-  EXPECT_EQ(
-      pairs,
-      (Pairs{
-          {"src_type", "app"}, {"version", "1"}, {"exsvr_id", ""}, {"openId", "store"}, {"title", "SGk="}}));
+  EXPECT_EQ(pairs, (Pairs{{"src_type", "app"}, {"version", "1"}, {"exsvr_id", ""}, {"openId", "store"},
+                       {"title", "SGk="}}));
   EXPECT_EQ(*extra->extraInfo()->asDictionary()->find("openId"), Value("x")) << "the object's own stays";
   values.openId.reset();
   extra->setExtraInfo(Value(Value::Array{1}));
@@ -294,20 +273,18 @@ TEST_F(Kinds, Services) {
 
 TEST_F(Kinds, ThirdAppGroups) {
   values = {.scheme = "demo",
-            .appName = "Demo",
-            .appId = "100",
-            .openId = "o1",
-            .uin = Value("1"),
-            .isLumoSupportApiGeneralPastboard = true};
+      .appName = "Demo",
+      .appId = "100",
+      .openId = "o1",
+      .uin = Value("1"),
+      .isLumoSupportApiGeneralPastboard = true};
   const auto bind = std::make_shared<LumoApiThirdAppBindGroupObject>();
   bind->setUnionID("u1");
   auto url = send(bind, 7);
   EXPECT_EQ(targetOf(url), "mlumothirdappgroup://thirdappgroup/bindgroup");
-  Pairs expected{{"openId", "o1"},          {"appid", "100"},
-                 {"unionid", "u1"},         {"displayName", "RGVtbw=="},
-                 {"source", "external"},    {"callback_type", "scheme"},
-                 {"callback_name", "demo"}, {"src_type", "app"},
-                 {"version", "1"},          {"thirdAppDisplayName", "RGVtbw=="}};
+  Pairs expected{{"openId", "o1"}, {"appid", "100"}, {"unionid", "u1"}, {"displayName", "RGVtbw=="},
+      {"source", "external"}, {"callback_type", "scheme"}, {"callback_name", "demo"}, {"src_type", "app"},
+      {"version", "1"}, {"thirdAppDisplayName", "RGVtbw=="}};
   EXPECT_EQ(pairsOf(url), expected);
   const auto join = std::make_shared<LumoApiThirdAppJoinGroupObject>();
   join->setUnionID("u1");
@@ -340,8 +317,8 @@ TEST_F(Kinds, GroupPro) {
   join->setQueryDictionary(create->queryDictionary());
   join->setSignString("s+/=");
   for (int twice = 0; twice < 2; ++twice) {
-    EXPECT_EQ(send(create, 7)->absoluteString(),
-              guild + "/create?a=1&b=x%20y&guild_avatar=p%2Fq&sig=s%2B%2F%3D");
+    EXPECT_EQ(
+        send(create, 7)->absoluteString(), guild + "/create?a=1&b=x%20y&guild_avatar=p%2Fq&sig=s%2B%2F%3D");
     EXPECT_EQ(send(join, 7)->absoluteString(), guild + "/join?a=1&b=x%20y&guild_avatar=p%2Fq&sig=s%2B%2F%3D");
   }
   join->setQueryDictionary(std::nullopt);
@@ -355,22 +332,15 @@ TEST_F(Kinds, MiniProgram) {
   launch->setMiniPath("pages/index");
   const auto url = send(launch, 7);
   EXPECT_EQ(targetOf(url), "mlumoapi://profile/sdk_launch_mini_app");
-  EXPECT_EQ(pairsOf(url), (Pairs{{"src_type", "app"},
-                                 {"callback_type", "scheme"},
-                                 {"mini_appid", "m1"},
-                                 {"mini_path", "cGFnZXMvaW5kZXg="},
-                                 {"mini_type", "0"},
-                                 {"version", "1"},
-                                 {"callback_name", "demo"},
-                                 {"thirdAppDisplayName", "RGVtbw=="}}));
+  EXPECT_EQ(pairsOf(url), (Pairs{{"src_type", "app"}, {"callback_type", "scheme"}, {"mini_appid", "m1"},
+                              {"mini_path", "cGFnZXMvaW5kZXg="}, {"mini_type", "0"}, {"version", "1"},
+                              {"callback_name", "demo"}, {"thirdAppDisplayName", "RGVtbw=="}}));
   values = {.appId = "100", .openId = "o1"};
   for (const std::optional<std::string>& path : {std::optional<std::string>(), {""}, {"\xFF"}}) {
     launch->setMiniPath(path);
     launch->setMiniprogramType(~std::uint64_t{0});
-    Pairs expected{{"src_type", "app"},  {"callback_type", "scheme"},
-                   {"mini_appid", "m1"}, {"mini_type", "18446744073709551615"},
-                   {"version", "1"},     {"openId", "o1"},
-                   {"appid", "100"}};
+    Pairs expected{{"src_type", "app"}, {"callback_type", "scheme"}, {"mini_appid", "m1"},
+        {"mini_type", "18446744073709551615"}, {"version", "1"}, {"openId", "o1"}, {"appid", "100"}};
     if (path == "") expected["mini_path"] = "";
     EXPECT_EQ(pairsOf(send(launch)), expected);
   }

@@ -15,29 +15,29 @@ struct DestinationCase {
 
 const DestinationCase kDestinations[] = {
     {[](auto& q, auto c) { return Converter::urlWithQueryItem(q, 7, c); }, "mlumoapi://share/to_fri",
-     "mlumoapi://share/to_fri", true},
+        "mlumoapi://share/to_fri", true},
     {[](auto& q, auto c) { return Converter::urlWithQueryItemForAvatar(q, 7, c, "/sdk_avatar_edit"); },
-     "mlumoapi://profile/sdk_avatar_edit", "mlumoapi://profile/sdk_avatar_edit", true},
+        "mlumoapi://profile/sdk_avatar_edit", "mlumoapi://profile/sdk_avatar_edit", true},
     {[](auto& q, auto c) { return Converter::urlWithQueryItemForAuth(q, 7, c, "/sdk_check_auth"); },
-     "mlumoapi://auth/sdk_check_auth", "mlumoapi://auth/sdk_check_auth", true},
+        "mlumoapi://auth/sdk_check_auth", "mlumoapi://auth/sdk_check_auth", true},
     {[](auto& q, auto c) { return Converter::urlWithQueryItemForFaceCollection(q, 7, c); },
-     "mlumoapi://profile/sdk_face_collection", "mlumoapi://profile/sdk_face_collection", true},
+        "mlumoapi://profile/sdk_face_collection", "mlumoapi://profile/sdk_face_collection", true},
     {[](auto& q, auto c) { return Converter::urlWithQueryItemForExtraService(q, 7, c); },
-     "mlumoapi://profile/sdk_extend_service", "mlumoapi://profile/sdk_extend_service", false},
+        "mlumoapi://profile/sdk_extend_service", "mlumoapi://profile/sdk_extend_service", false},
     {[](auto& q, auto c) { return Converter::urlWithQueryItemForCommonService(q, 7, c); },
-     "mlumoapi://open_connect/common_channel", "mlumoapi://open_connect/common_channel", false},
+        "mlumoapi://open_connect/common_channel", "mlumoapi://open_connect/common_channel", false},
     {[](auto& q, auto c) { return Converter::urlWithQueryItemForLaunchMiniProgram(q, 7, c); },
-     "mlumoapi://profile/sdk_launch_mini_app", "mlumoapi://profile/sdk_launch_mini_app", false},
+        "mlumoapi://profile/sdk_launch_mini_app", "mlumoapi://profile/sdk_launch_mini_app", false},
     {[](auto& q, auto c) { return Converter::urlWithQueryItemForThirdAppBindGroup(q, 7, c); },
-     "teskthirdappgroup://thirdappgroup/bindgroup", "mlumothirdappgroup://thirdappgroup/bindgroup", false},
+        "teskthirdappgroup://thirdappgroup/bindgroup", "mlumothirdappgroup://thirdappgroup/bindgroup", false},
     {[](auto& q, auto c) { return Converter::urlWithQueryItemForThirdAppJoinBroup(q, 7, c); },
-     "teskthirdappgroup://thirdappgroup/joingroup", "mlumothirdappgroup://thirdappgroup/joingroup", false},
+        "teskthirdappgroup://thirdappgroup/joingroup", "mlumothirdappgroup://thirdappgroup/joingroup", false},
     {[](auto& q, auto c) { return Converter::urlWithQueryItemForAddFriend(q, 7, c); },
-     "teskopensdkfriend://friend/addfriend", "mlumoopensdkfriend://friend/addfriend", false},
+        "teskopensdkfriend://friend/addfriend", "mlumoopensdkfriend://friend/addfriend", false},
     {[](auto& q, auto c) { return Converter::urlWithQueryItemForGameBindingGroup(q, 7, c); },
-     "teskgamebindinggroup://game/bindinggroup", "mlumogamebindinggroup://game/bindinggroup", false},
+        "teskgamebindinggroup://game/bindinggroup", "mlumogamebindinggroup://game/bindinggroup", false},
     {[](auto& q, auto c) { return Converter::urlWithQueryItemForJoinBroup(q, 7, c); },
-     "teskapi://card/show_pslcard", "mlumoapi://card/show_pslcard", false}};
+        "teskapi://card/show_pslcard", "mlumoapi://card/show_pslcard", false}};
 
 TEST_F(Routing, EveryDestination) {
   values.openId = "o1";
@@ -50,13 +50,13 @@ TEST_F(Routing, EveryDestination) {
   for (const DestinationCase& destination : kDestinations) {
     SCOPED_TRACE(destination.main);
     for (const std::uint64_t code :
-         {std::uint64_t{0}, std::uint64_t{1}, std::uint64_t{2}, ~std::uint64_t{0}}) {
+        {std::uint64_t{0}, std::uint64_t{1}, std::uint64_t{2}, ~std::uint64_t{0}}) {
       LumoApiQueryDictionary query{{"k", "v"}, {"openId", "own"}};
       const auto url = destination.build(query, code);
       EXPECT_EQ(targetOf(url), code == 1 ? destination.sibling : destination.main);
       const Pairs plain{{"k", "v"}, {"openId", "own"}};
-      const Pairs common{{"k", "v"},       {"openId", "o1"},          {"shareType", "1"},
-                         {"uin", "12345"}, {"generalpastboard", "1"}, {"cflag", "9"}};
+      const Pairs common{{"k", "v"}, {"openId", "o1"}, {"shareType", "1"}, {"uin", "12345"},
+          {"generalpastboard", "1"}, {"cflag", "9"}};
       EXPECT_EQ(pairsOf(url), destination.commonKeys ? common : plain);
       EXPECT_EQ(query.contains("cflag"), destination.commonKeys)
           << "the caller's dictionary is the one changed";
@@ -66,10 +66,8 @@ TEST_F(Routing, EveryDestination) {
 
 TEST_F(Routing, CommonKeysByTypeAndStore) {
   const std::pair<std::int32_t, Pairs> byType[] = {{7, {{"k", "v"}, {"shareType", "1"}}},
-                                                   {5, {{"k", "v"}, {"shareType", "0"}}},
-                                                   {4, {{"k", "v"}, {"messagetype", "responsefromapp"}}},
-                                                   {1, {{"k", "v"}}},
-                                                   {-7, {{"k", "v"}}}};
+      {5, {{"k", "v"}, {"shareType", "0"}}}, {4, {{"k", "v"}, {"messagetype", "responsefromapp"}}},
+      {1, {{"k", "v"}}}, {-7, {{"k", "v"}}}};
   store().setValues({});
   for (const auto& [type, expected] : byType) {
     LumoApiQueryDictionary query{{"k", "v"}};
@@ -93,24 +91,21 @@ TEST_F(Routing, SignedURL) {
   const std::string base = "mlumoguild://mlumoguild/guild";
   const LumoApiQueryDictionary query{{"b", "x y"}, {"a", "1"}, {"guild_avatar", "p%2Fq"}};
   EXPECT_EQ(Converter::appendSigURLWith(query, "/join", "s+/="),
-            base + "/join?a=1&b=x%20y&guild_avatar=p%2Fq&sig=s%2B%2F%3D");
-  EXPECT_EQ(
-      log,
+      base + "/join?a=1&b=x%20y&guild_avatar=p%2Fq&sig=s%2B%2F%3D");
+  EXPECT_EQ(log,
       Log{"+[LumoApiMessageAndUrlConverter appendSigURLWith:andPath:sig:], sortedKey:(a, b, guild_avatar)."});
   EXPECT_EQ(Converter::urlWithQueryItemForGroupPro(query, 7, 1, "/join", "s+/=")->absoluteString(),
-            base + "/join?a=1&b=x%20y&guild_avatar=p%2Fq&sig=s%2B%2F%3D");
+      base + "/join?a=1&b=x%20y&guild_avatar=p%2Fq&sig=s%2B%2F%3D");
 
-  const std::pair<LumoApiQueryDictionary, const char*> cases[] = {
-      {{}, "?&sig=s"},
+  const std::pair<LumoApiQueryDictionary, const char*> cases[] = {{{}, "?&sig=s"},
       {{{"a", ""}, {"B", ""}, {"_c", ""}, {"ab", ""}}, "?B=&_c=&a=&ab=&sig=s"},
-      {{{"v", "-._~+/=&%"}}, "?v=%2D%2E%5F%7E%2B%2F%3D%26%25&sig=s"},
-      {{{"v", "p%2Fq"}}, "?v=p%252Fq&sig=s"},
+      {{{"v", "-._~+/=&%"}}, "?v=%2D%2E%5F%7E%2B%2F%3D%26%25&sig=s"}, {{{"v", "p%2Fq"}}, "?v=p%252Fq&sig=s"},
       {{{"v", "é中\u0301٣😀"}}, "?v=é中\u0301٣%F0%9F%98%80&sig=s"}};
   for (const auto& [pairs, expected] : cases) {
     EXPECT_EQ(Converter::appendSigURLWith(pairs, "/create", "s"), base + "/create" + expected);
   }
   EXPECT_EQ(Converter::urlWithQueryItemForGroupPro({{"v", "é"}}, 0, 0, "/create", "s")->absoluteString(),
-            base + "/create?v=%C3%A9&sig=s");
+      base + "/create?v=%C3%A9&sig=s");
   EXPECT_FALSE(Converter::appendSigURLWith({{"v", "\xFF"}}, "/create", "s"));
   EXPECT_FALSE(Converter::appendSigURLWith({}, "/create", "\xFF"));
   EXPECT_FALSE(Converter::urlWithQueryItemForGroupPro({{"a b", ""}}, 0, 0, "/create", "s"));

@@ -41,16 +41,16 @@ TEST(RequestReaderTest, EveryMistakeIsNamedByItsPath) {
       {"", R"("a/\u001b\"":1)", R"(["a/\u001b\""]: unknown member)"},
       {"", "\"" + k63 + "ä\":1", "[\"" + k63 + "…\"]: unknown member"},
       {"", R"("message":{"type":2147483648})",
-       "message.type: not an integer from -2147483648 to 2147483647 but 2147483648"},
+          "message.type: not an integer from -2147483648 to 2147483647 but 2147483648"},
       {"", R"("message":{"isSupportKiva":1})", "message.isSupportKiva: not true or false but 1"},
       {"", R"("message":{"kivaObject":{"kivadata":null}})",
-       "message.kivaObject.kivadata: unknown member, did you mean kivaData?"},
+          "message.kivaObject.kivadata: unknown member, did you mean kivaData?"},
       {"", R"("message":{"object":{"text":"x"}})", "message.object.class: missing"},
       {"", R"("message":{"object":{"class":"LumoApiTxtObject"}})",
-       "message.object.class: no content class has this name, did you mean LumoApiTextObject?"},
+          "message.object.class: no content class has this name, did you mean LumoApiTextObject?"},
       {"", R"("datastore":{"uin":1.5})", "datastore.uin: not a string or a 64-bit integer but 1.5"},
       {"", R"("datastore":{"apiLargeData":{"fileData":null}})",
-       "datastore.apiLargeData.fileData: unknown member, did you mean file_data?"},
+          "datastore.apiLargeData.fileData: unknown member, did you mean file_data?"},
       {"", R"("datastore":{"apiMessage":{"object":7}})", "datastore.apiMessage.object: not an object but 7"},
       {"", R"("currentObject":{"class":"LumoApiObject","text":""})", "currentObject.text: unknown member"},
       {"", R"("webView":{"claims":[0]})", "webView.claims[0]: not a string but 0"},
@@ -67,7 +67,7 @@ TEST(RequestReaderTest, EveryMistakeIsNamedByItsPath) {
       {"File", R"("data":{"$Data":""})", "data.$Data: unknown member, did you mean $data?"},
       {"File", R"("data":{"$data":"AA="})", "data.$data: " + kBase64},
       {"File", R"("imageDataArray":[{"$data":""},{"$file":"none.jpg"}])",
-       "imageDataArray[1].$file: " + kFolder + "none.jpg: No such file or directory"},
+          "imageDataArray[1].$file: " + kFolder + "none.jpg: No such file or directory"},
       {"File", R"("data":{"$file":"cli"})", "data.$file: " + kFolder + "cli: Is a directory"},
       {"File", R"("data":{"$file":"/dev/zero"})", "data.$file: /dev/zero: not a regular file"},
       {"File", R"("data":{"$file":"d\u0000"})", "data.$file: " + kFolder + "d: the path holds a zero byte"},
@@ -94,12 +94,12 @@ TEST(RequestReaderTest, NullAndAbsentMembersAreTheSame) {
   EXPECT_EQ(document(bare), R"({"type":0,"object":null})");
   EXPECT_EQ(document(requestOf(R"({"message":{"type":null,"object":null,"isSupportKiva":null,
       "kivaObject":null},"datastore":null,"currentObject":null,"webView":null})")),
-            document(bare));
+      document(bare));
   EXPECT_EQ(requestOf(R"({"message":null})").message, std::nullopt);
   EXPECT_EQ(document(requestOf(with("News", R"("targetContentType":null,"url":"","title":null)"))),
-            R"({"type":0,"object":{"class":"LumoApiNewsObject","url":"","targetContentType":3}})");
+      R"({"type":0,"object":{"class":"LumoApiNewsObject","url":"","targetContentType":3}})");
   EXPECT_EQ(document(requestOf(with("CreateLumoGroupPro", R"("queryDictionary":{"a":null,"b":""})"))),
-            R"({"type":0,"object":{"class":"LumoApiCreateLumoGroupProObject","queryDictionary":{"b":""}}})");
+      R"({"type":0,"object":{"class":"LumoApiCreateLumoGroupProObject","queryDictionary":{"b":""}}})");
 }
 
 TEST(RequestReaderTest, FreeFormValuesHoldBytesAndKeepEverythingElse) {

@@ -50,8 +50,8 @@ class ToolTest : public ::testing::Test {
   }
 
   /// Runs a command over the requests, one a line, and holds each result against what it must be.
-  void expectResults(const std::string& command,
-                     const std::vector<std::pair<std::string, std::string>>& results) {
+  void expectResults(
+      const std::string& command, const std::vector<std::pair<std::string, std::string>>& results) {
     std::string requests, line;
     for (const auto& [request, result] : results) requests += request + "\n";
     std::istringstream output(shell(command, requests).output);
@@ -89,11 +89,11 @@ TEST_F(ToolTest, StatusAndStreamsOfEachEnd) {
       {"cat in | lumoapi encode --url /dev/stdin", kHello, 0, kHelloURL + "\n", ""},
       {"lumoapi encode", titled(128), 0, "{\n  \"url\": \"mlumoapi://", ""},
       {"lumoapi encode", titled(129), 1, "{\n  \"url\": null,",
-       "lumoapi: refused: title: 129 UTF-16 code units"},
+          "lumoapi: refused: title: 129 UTF-16 code units"},
       {"lumoapi encode --lines --url", "\n" + kHello + "\r\n \t\r\n{}\n" + titled(129) + "\n" + kHello, 3,
-       kHelloURL + "\n\n\n" + kHelloURL + "\n",
-       "lumoapi: standard input:4: message: missing\n"
-       "lumoapi: standard input:5: refused: title: 129 UTF-16 code units, at most 128\n"},
+          kHelloURL + "\n\n\n" + kHelloURL + "\n",
+          "lumoapi: standard input:4: message: missing\n"
+          "lumoapi: standard input:5: refused: title: 129 UTF-16 code units, at most 128\n"},
       {"lumoapi encode --url", R"({"message":null})", 1, "", "lumoapi: refused: message: missing or empty\n"},
       {"lumoapi decode 'demo://request_from_lumo/pick?a='", "", 0, kMessage, ""},
       {"lumoapi decode -", R"({"url":"demo://request_from_lumo/pick?a="})", 0, kMessage, ""},
@@ -105,7 +105,7 @@ TEST_F(ToolTest, StatusAndStreamsOfEachEnd) {
       {"lumoapi decode --lines --store s", "", 2, "", "lumoapi: --store excludes --lines\n"},
       {"lumoapi decode --store in a:b", "x", 4, "", "lumoapi: in: not a large-data record\n"},
       {"cp in f; lumoapi encode --store f in; status=$?; cmp in f && exit $status", kStaging, 4, "",
-       "lumoapi: f: not a large-data record\n"},
+          "lumoapi: f: not a large-data record\n"},
       {"lumoapi encode --store no/s", kStaging, 4, "", "lumoapi: no/s: No such file or directory\n"},
       {"lumoapi", "", 2, "", "Turns messages"},
       {"lumoapi encoed", "", 2, "", "lumoapi: no command encoed, did you mean encode?\n\nTurns messages"},
@@ -147,22 +147,21 @@ TEST_F(ToolTest, LaunchURLsAndAllElseThatTheConversionDid) {
   const std::string kText = kLog + R"(TextObject","pasteboarditem count: 0"],"apiLargeData":)";
   const std::string kObject = R"(,"object":{"class":"LumoApiTextObject","text":"hello"}})";
   const std::string kBare = R"({"url":")" + kHelloURL;
-  expectResults(
-      "mv in sub/; lumoapi encode --lines sub/in",
+  expectResults("mv in sub/; lumoapi encode --lines sub/in",
       {{R"({"message":{"type":5,"object":{"class":"LumoApiImageObject","imageDataArray":[{"$file":"../cat.jpg"}],)"
         R"("data":{"$file":"./../cat.jpg"},"title":"<\/>"}},"currentObject":{"class":"LumoApiObject","cflag":9},)"
         R"("datastore":{"scheme":"demo","uin":-7,"apiLargeData":{"file_data":{"$data":"AAEC"}}}})",
-        R"({"url":"mlumoapi://share/to_fri?src_type=app&version=1&file_type=img&callback_type=scheme)"
-        R"(&objectlocation=pasteboard&callback_name=demo&title=PC8+&shareType=0&uin=-7&cflag=9")" +
-            kLog + R"(ImageObject","pasteboarditem count: 2"],"apiLargeData":{"file_data":)" + kBytes +
-            R"(,"image_data_list":[)" + kBytes + R"(]},"object":{"class":"LumoApiImageObject","data":)" +
-            kBytes + R"(,"imageDataArray":[)" + kBytes + R"(],"title":"</>"}})"},
-       // What a line brings along is not there for the next.
-       {kHello, kBare + "\"" + kText + "null" + kObject},
-       {kHello.substr(0, kHello.size() - 1) + R"(,"datastore":{"scheme":"s","apiLargeData":{}}})",
-        kBare + "&callback_name=s\"" + kText + "{}" + kObject},
-       {"[", R"({"error":"column 2: the text ends early"})"},
-       {R"({"message":null})", R"({"url":null,"log":[],"apiLargeData":null,"object":null})"}});
+           R"({"url":"mlumoapi://share/to_fri?src_type=app&version=1&file_type=img&callback_type=scheme)"
+           R"(&objectlocation=pasteboard&callback_name=demo&title=PC8+&shareType=0&uin=-7&cflag=9")" +
+               kLog + R"(ImageObject","pasteboarditem count: 2"],"apiLargeData":{"file_data":)" + kBytes +
+               R"(,"image_data_list":[)" + kBytes + R"(]},"object":{"class":"LumoApiImageObject","data":)" +
+               kBytes + R"(,"imageDataArray":[)" + kBytes + R"(],"title":"</>"}})"},
+          // What a line brings along is not there for the next.
+          {kHello, kBare + "\"" + kText + "null" + kObject},
+          {kHello.substr(0, kHello.size() - 1) + R"(,"datastore":{"scheme":"s","apiLargeData":{}}})",
+              kBare + "&callback_name=s\"" + kText + "{}" + kObject},
+          {"[", R"({"error":"column 2: the text ends early"})"},
+          {R"({"message":null})", R"({"url":null,"log":[],"apiLargeData":null,"object":null})"}});
 }
 
 TEST_F(ToolTest, MessagesOfURLsThatOpenedTheApp) {
@@ -177,29 +176,26 @@ TEST_F(ToolTest, MessagesOfURLsThatOpenedTheApp) {
   const std::string kStored =
       R"(,"datastore":{"apiMessage":{"object":{"class":"LumoApiObject","cflag":3}}}})";
   const std::string kAnnounced = R"({"url":"x:?NeedToGetData=true","entry":"messageWithUrl)";
-  expectResults(
-      "lumoapi decode --lines",
+  expectResults("lumoapi decode --lines",
       {{viewed("img", R"(,"datastore":{"apiLargeData":{"file_data":{"$data":"AAEC"}}})"),
-        shown(R"(ImageObject","data":{"$data":"AAEC"})")},
-       {viewed("img", ""), shown("ImageObject\"")},
-       {viewed("nimbo&extMap=eyIkZGF0YSI6MX0=", ""),
-        shown(R"(ImageArrayForNimboObject","extMap":{"$data":1})")},
-       {viewed("nimbo&extMap=" + kDeep, ""),
-        R"({"error":"the result is nested too deeply or holds a text that is not UTF-8"})"},
-       {R"({"url":"https:a","webView":{"claims":["x","https:"],"message":{"isSupportKiva":true,"kivaObject":{}}}})",
-        R"({"message":{"type":0,"object":null,"isSupportKiva":true,"kivaObject":{}},"log":)"
-        R"(["YES == [LumoWebViewKit canHanleOpenUrlFromSafari:url]"]})"},
-       {R"({"url":"https:a","webView":{"claims":["http://","ttps:"]}})", kNone},
-       {kAnnounced + "UsedClipboard\"" + kStored,
-        R"({"message":{"type":0,"object":{"class":"LumoApiObject","cflag":3}},"log":[]})"},
-       {kAnnounced + "UsedClipboard\"}", kNone},
-       {kAnnounced + "NoClipboard\"" + kStored, kNone},
-       {kAnnounced + "\"" + kStored, kNone},
-       {R"({"url":null,"entry":null})", kNone},
-       {R"({"url":"","message":null})", R"({"error":"message: unknown member"})"},
-       {R"({"url":"","entry":"url"})",
-        R"({"error":"entry: none of messageWithUrl, messageWithUrlNoClipboard, )"
-        R"(messageWithUrlUsedClipboard"})"}});
+           shown(R"(ImageObject","data":{"$data":"AAEC"})")},
+          {viewed("img", ""), shown("ImageObject\"")},
+          {viewed("nimbo&extMap=eyIkZGF0YSI6MX0=", ""),
+              shown(R"(ImageArrayForNimboObject","extMap":{"$data":1})")},
+          {viewed("nimbo&extMap=" + kDeep, ""),
+              R"({"error":"the result is nested too deeply or holds a text that is not UTF-8"})"},
+          {R"({"url":"https:a","webView":{"claims":["x","https:"],"message":{"isSupportKiva":true,"kivaObject":{}}}})",
+              R"({"message":{"type":0,"object":null,"isSupportKiva":true,"kivaObject":{}},"log":)"
+              R"(["YES == [LumoWebViewKit canHanleOpenUrlFromSafari:url]"]})"},
+          {R"({"url":"https:a","webView":{"claims":["http://","ttps:"]}})", kNone},
+          {kAnnounced + "UsedClipboard\"" + kStored,
+              R"({"message":{"type":0,"object":{"class":"LumoApiObject","cflag":3}},"log":[]})"},
+          {kAnnounced + "UsedClipboard\"}", kNone}, {kAnnounced + "NoClipboard\"" + kStored, kNone},
+          {kAnnounced + "\"" + kStored, kNone}, {R"({"url":null,"entry":null})", kNone},
+          {R"({"url":"","message":null})", R"({"error":"message: unknown member"})"},
+          {R"({"url":"","entry":"url"})",
+              R"({"error":"entry: none of messageWithUrl, messageWithUrlNoClipboard, )"
+              R"(messageWithUrlUsedClipboard"})"}});
 }
 
 TEST_F(ToolTest, TwoProcessesMeetInAStore) {
@@ -207,15 +203,14 @@ TEST_F(ToolTest, TwoProcessesMeetInAStore) {
   const std::string kData = R"(Object","data":{"$data":"/w=="},"previewImageData":{)" + kPreview + kTitles;
   const std::string kLink = R"(Object","url":"http://a/?b=c&d#e","previewImageData":{)" + kPreview;
   const std::string kMap = R"("title":"t","extMap":{"a":[null,1.5]}})";
-  for (const std::string& rest :
-       {R"(TextObject","text":"é+/=",)" + kTitles, "Image" + kData, "Extend" + kData, "URL" + kLink + kTitles,
-        "Audio" + kLink + R"("targetContentType":1,)" + kTitles,
-        "Video" + kLink + R"("targetContentType":2,)" + kTitles,
-        "News" + kLink + R"("targetContentType":3,)" + kTitles,
-        R"(VideoForNimboObject","assetURL":"assets:x",)" + kMap,
-        R"(VideoForNimboObject","videoData":{)" + kPreview + kMap,
-        R"(ImageArrayForNimboObject","imageDataArray":[{"$data":""},{"$data":"AA=="}],)" + kMap,
-        R"(CommonContentObject","textArray":["t"],"previewImageData":{)" + kPreview + kTitles}) {
+  for (const std::string& rest : {R"(TextObject","text":"é+/=",)" + kTitles, "Image" + kData,
+           "Extend" + kData, "URL" + kLink + kTitles, "Audio" + kLink + R"("targetContentType":1,)" + kTitles,
+           "Video" + kLink + R"("targetContentType":2,)" + kTitles,
+           "News" + kLink + R"("targetContentType":3,)" + kTitles,
+           R"(VideoForNimboObject","assetURL":"assets:x",)" + kMap,
+           R"(VideoForNimboObject","videoData":{)" + kPreview + kMap,
+           R"(ImageArrayForNimboObject","imageDataArray":[{"$data":""},{"$data":"AA=="}],)" + kMap,
+           R"(CommonContentObject","textArray":["t"],"previewImageData":{)" + kPreview + kTitles}) {
     const std::string object = R"({"class":"LumoApi)" + rest;
     SCOPED_TRACE(object);
     const Outcome decoded = shell(
@@ -232,9 +227,9 @@ TEST_F(ToolTest, TwoProcessesMeetInAStore) {
   EXPECT_EQ(shell("lumoapi encode --store s >a; echo '" + kHello +
                       "' | lumoapi encode --store s | grep -o BBBB; "
                       "lumoapi decode --store s 'x://request_from_lumo/view?file_type=img' | grep -o BBBB",
-                  R"({"message":null,"datastore":{"apiLargeData":{"file_data":{"$data":"BBBB"}}}})")
+                R"({"message":null,"datastore":{"apiLargeData":{"file_data":{"$data":"BBBB"}}}})")
                 .output,
-            "BBBB\nBBBB\n");
+      "BBBB\nBBBB\n");
 }
 
 TEST_F(ToolTest, ManyLinesKeepTheirOrderAndOneInErrorStopsNothing) {
@@ -261,7 +256,7 @@ TEST_F(ToolTest, AResultComesBeforeTheNextLineIsWaitedFor) {
   const Outcome outcome = shell(R"(mkfifo to from; lumoapi encode --lines --url <to >from & exec 3>to 4<from
       request=$(cat); printf '%s\n%.9s' "$request" "$request" >&3; timeout 10 head -n 1 <&4
       printf '%s\n' "${request#?????????}" >&3; timeout 10 head -n 1 <&4; exec 3>&-; wait $!)",
-                                kHello);
+      kHello);
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.output, kHelloURL + "\n" + kHelloURL + "\n");
 }

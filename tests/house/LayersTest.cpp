@@ -17,10 +17,8 @@ namespace {
 const fs::path kRoot = LUMOAPI_SOURCE_DIR;
 
 /// What a source of each layer may include of the project.
-const std::map<std::string, std::set<std::string>> kMayInclude = {
-    {"platform", {"platform"}},
-    {"model", {"platform", "model"}},
-    {"LumoApi", {"platform", "model", "LumoApi"}},
+const std::map<std::string, std::set<std::string>> kMayInclude = {{"platform", {"platform"}},
+    {"model", {"platform", "model"}}, {"LumoApi", {"platform", "model", "LumoApi"}},
     {"cli", {"platform", "model", "LumoApi", "cli"}}};
 
 bool isThirdParty(const std::string& header) {

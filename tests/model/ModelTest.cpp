@@ -78,14 +78,12 @@ TEST(Model, CommonContentSurvivesItsArchive) {
   const LumoApiLargeData wrong{{"file_data", "text"}};
   const LumoApiLargeData damaged{{"file_data", Data(std::string("bplist00"))}};
   const LumoApiLargeData oddTypes{
-      {"file_data",
-       lumo::archivedData(
-           Value(Value::Dictionary{
-               {"title", 1}, {"textArray", Value::Array{1}}, {"cflag", -1}, {"tagName", "kept"}}))
-           ->joined()}};
+      {"file_data", lumo::archivedData(Value(Value::Dictionary{{"title", 1}, {"textArray", Value::Array{1}},
+                                           {"cflag", -1}, {"tagName", "kept"}}))
+                        ->joined()}};
   for (const LumoApiLargeData* record : {static_cast<const LumoApiLargeData*>(nullptr), &wrong, &damaged}) {
     EXPECT_EQ(static_cast<LumoApiObject&>(*LumoApiCommonContentObject::objectWithDictionary(record)),
-              LumoApiCommonContentObject());
+        LumoApiCommonContentObject());
   }
   LumoApiCommonContentObject kept;
   kept.setTagName("kept");
@@ -111,7 +109,7 @@ TEST(Utility, Base64OfTexts) {
   EXPECT_EQ(U::UTF8StringWithBase64String("aGVsbG8="), "hello");
   EXPECT_EQ(U::UTF8StringWithBase64String(""), "");
   for (const std::optional<std::string_view> bad :
-       {std::optional<std::string_view>(), {"aGVsbG8"}, {"/w=="}, {"a b="}}) {
+      {std::optional<std::string_view>(), {"aGVsbG8"}, {"/w=="}, {"a b="}}) {
     EXPECT_EQ(U::UTF8StringWithBase64String(bad), std::nullopt);
   }
   EXPECT_EQ(URLDecodedString("a%3Db+%e4%b8%ad"), "a=b+中");
@@ -124,7 +122,7 @@ TEST(WebViewKit, DoesWhatTheAppRegistered) {
   EXPECT_FALSE(LumoWebViewKit::canHanleOpenUrlFromSafari(url));
   EXPECT_FALSE(LumoWebViewKit::messageWithSafariUrl(url));
   LumoWebViewKit::setHandler({[](const URL& u) { return u.scheme() == "https"; },
-                              [](const URL&) { return LumoApiMessage::messageWithObject(nullptr, 9); }});
+      [](const URL&) { return LumoApiMessage::messageWithObject(nullptr, 9); }});
   EXPECT_TRUE(LumoWebViewKit::canHanleOpenUrlFromSafari(url));
   EXPECT_EQ(LumoWebViewKit::messageWithSafariUrl(url)->type(), 9);
   LumoWebViewKit::setHandler(

@@ -45,9 +45,8 @@ TEST(Base64, EveryShortLengthBothWaysAndInPieces) {
 }
 
 TEST(Base64, DecodingIsStrict) {
-  for (const std::string_view text :
-       {"A", "AB", "ABC", "AB=", "ABCDE", "=", "====", "A===", "=AAA", "AB=C", "AA==AAAA", "AAA=AAAA",
-        "AAAA====", "AAAA A==", "AAAA\r\nAA", "AAA\n", "AA-_"}) {
+  for (const std::string_view text : {"A", "AB", "ABC", "AB=", "ABCDE", "=", "====", "A===", "=AAA", "AB=C",
+           "AA==AAAA", "AAA=AAAA", "AAAA====", "AAAA A==", "AAAA\r\nAA", "AAA\n", "AA-_"}) {
     SCOPED_TRACE(text);
     EXPECT_EQ(base64Decoded(text), std::nullopt);
     EXPECT_EQ(base64DecodedData(text), std::nullopt);

@@ -68,8 +68,8 @@ Data makeJPEG(std::vector<std::uint8_t> pixels, const JPEGShape& shape) {
   if (shape.progressive) jpeg_simple_progression(&codec);
   jpeg_start_compress(&codec, TRUE);
   for (const auto& [marker, text] : shape.segments) {
-    jpeg_write_marker(&codec, marker, reinterpret_cast<const JOCTET*>(text.data()),
-                      static_cast<unsigned>(text.size()));
+    jpeg_write_marker(
+        &codec, marker, reinterpret_cast<const JOCTET*>(text.data()), static_cast<unsigned>(text.size()));
   }
   for (JSAMPROW row = pixels.data(); codec.next_scanline < codec.image_height; row += stride) {
     jpeg_write_scanlines(&codec, &row, 1);
@@ -121,16 +121,16 @@ std::string deflated(const std::string& text) {
   std::string packed(compressBound(text.size()), '\0');
   uLongf size = packed.size();
   compress(reinterpret_cast<Bytef*>(packed.data()), &size, reinterpret_cast<const Bytef*>(text.data()),
-           text.size());
+      text.size());
   return packed.substr(0, size);
 }
 
 Data makePNG(const Colors& colors, int type = 2, int depth = 8, const std::string& chunks = "",
-             bool interlaced = false, std::size_t side = kSide) {
+    bool interlaced = false, std::size_t side = kSide) {
   const std::vector<std::size_t> kChannels[] = {{0}, {}, {0, 1, 2}, {0}, {0, 3}, {}, {0, 1, 2, 3}};
   const std::vector<std::array<int, 4>> kWhole = {{0, 0, 1, 1}},
                                         kSeven = {{0, 0, 8, 8}, {4, 0, 8, 8}, {0, 4, 4, 8}, {2, 0, 4, 4},
-                                                  {0, 2, 2, 4}, {1, 0, 2, 2}, {0, 1, 1, 2}};
+                                            {0, 2, 2, 4}, {1, 0, 2, 2}, {0, 1, 1, 2}};
   std::string rows;
   for (const auto& [left, top, right, down] : interlaced ? kSeven : kWhole) {
     for (int y = top; y < kSide; y += down) {
@@ -233,25 +233,16 @@ TEST(ImageTest, EveryFormatShowsTheSameColors) {
       {"JPEG CMYK", makeJPEG(four, {.from = JCS_CMYK, .to = JCS_CMYK}), light},
       {"JPEG CMYK of ink", makeJPEG(four, {.from = JCS_CMYK, .to = JCS_CMYK, .adobe = false}), ink},
       {"JPEG YCCK", makeJPEG(four, {.from = JCS_CMYK, .to = JCS_YCCK}), light},
-      {"WebP", makeWebP(kOpaque), kOpaque},
-      {"WebP alpha", makeWebP(kTranslucent), overWhite},
+      {"WebP", makeWebP(kOpaque), kOpaque}, {"WebP alpha", makeWebP(kTranslucent), overWhite},
       {"WebP animation", animated(makeWebP(kTranslucent)), overWhite}};
   const Colors twoTone = seen(kGray, [](int v, int) { return v < 128 ? 0 : 255; });
   const std::string alphas = pngChunk("tRNS", "\xFF\xFF\x80\0"s), noBlack = pngChunk("tRNS", "\0\0"s);
-  const std::tuple<int, int, Colors, Colors, std::string> kPNGs[] = {
-      {0, 1, kGray, twoTone, ""},
-      {0, 2, kGray, kGray, ""},
-      {0, 4, kGray, grayPunched, noBlack},
-      {0, 8, kGray, kGray, ""},
-      {0, 16, kGray, grayPunched, noBlack},
-      {2, 8, kOpaque, punched, pngChunk("tRNS", "\0\x5A\0\x5A\0\x0A"s)},
-      {2, 16, kOpaque, kOpaque, ""},
-      {3, 2, kOpaque, kOpaque, ""},
-      {3, 4, kTranslucent, overWhite, alphas},
-      {3, 8, kOpaque, kOpaque, ""},
-      {4, 8, kTranslucent, grayOverWhite, ""},
-      {4, 16, kTranslucent, grayOverWhite, ""},
-      {6, 8, kTranslucent, overWhite, ""},
+  const std::tuple<int, int, Colors, Colors, std::string> kPNGs[] = {{0, 1, kGray, twoTone, ""},
+      {0, 2, kGray, kGray, ""}, {0, 4, kGray, grayPunched, noBlack}, {0, 8, kGray, kGray, ""},
+      {0, 16, kGray, grayPunched, noBlack}, {2, 8, kOpaque, punched, pngChunk("tRNS", "\0\x5A\0\x5A\0\x0A"s)},
+      {2, 16, kOpaque, kOpaque, ""}, {3, 2, kOpaque, kOpaque, ""}, {3, 4, kTranslucent, overWhite, alphas},
+      {3, 8, kOpaque, kOpaque, ""}, {4, 8, kTranslucent, grayOverWhite, ""},
+      {4, 16, kTranslucent, grayOverWhite, ""}, {6, 8, kTranslucent, overWhite, ""},
       {6, 16, kTranslucent, overWhite, ""}};
   for (const auto& [type, depth, colors, expected, chunks] : kPNGs) {
     const std::string name = "PNG " + std::to_string(type) + "/" + std::to_string(depth);
@@ -276,21 +267,20 @@ TEST(ImageTest, KeepsOrientationAndProfileAndNothingElse) {
   const std::string icc = "ICC_PROFILE\0"s, profile = profileFor("RGB ");
   const auto jpegWith = [&](const std::string& space) {
     const std::string whole = profileFor(space);
-    return makeJPEG(opaquePixels(), {.segments = {{JPEG_APP0 + 1, "http://ns.adobe.com/xap/1.0/\0Taipei"s},
-                                                  {JPEG_APP0 + 1, "Exif\0\0"s + kExif},
-                                                  {JPEG_APP0 + 2, icc + "\2\2" + whole.substr(100)},
-                                                  {JPEG_APP0 + 2, icc + "\1\2" + whole.substr(0, 100)},
-                                                  {JPEG_COM, "Taipei"}}});
+    return makeJPEG(opaquePixels(),
+        {.segments = {{JPEG_APP0 + 1, "http://ns.adobe.com/xap/1.0/\0Taipei"s},
+             {JPEG_APP0 + 1, "Exif\0\0"s + kExif}, {JPEG_APP0 + 2, icc + "\2\2" + whole.substr(100)},
+             {JPEG_APP0 + 2, icc + "\1\2" + whole.substr(0, 100)}, {JPEG_COM, "Taipei"}}});
   };
   const std::string chunks = riffChunk("VP8X", "\x28\0\0\0\x1F\0\0\x1F\0\0"s) + riffChunk("ICCP", profile) +
                              std::string(makeWebP(kOpaque).view().substr(12)) + riffChunk("EXIF", kExif) +
                              riffChunk("XMP ", "Taipei");
   const Data webp("RIFF" + riffChunk("", "WEBP" + chunks));
   for (const Data& picture : {jpegWith("RGB "),
-                              makePNG(kOpaque, 2, 8,
-                                      pngChunk("iCCP", "p\0\0"s + deflated(profile)) +
-                                          pngChunk("eXIf", kExif) + pngChunk("tEXt", "k\0Taipei"s)),
-                              webp}) {
+           makePNG(kOpaque, 2, 8,
+               pngChunk("iCCP", "p\0\0"s + deflated(profile)) + pngChunk("eXIf", kExif) +
+                   pngChunk("tEXt", "k\0Taipei"s)),
+           webp}) {
     SCOPED_TRACE(picture.view().substr(1, 3));
     ASSERT_NE(picture.view().find("Taipei"), std::string_view::npos);
     const Data jpeg = jpegRepresentation(picture, 0.5).value();
@@ -299,8 +289,8 @@ TEST(ImageTest, KeepsOrientationAndProfileAndNothingElse) {
     EXPECT_EQ(jpeg.view().find("Taipei"), std::string_view::npos);
   }
   EXPECT_EQ(jpegRepresentation(jpegWith("CMYK"), 0.5)->view().find(icc), std::string_view::npos);
-  EXPECT_EQ(jpegRepresentation(makeJPEG(opaquePixels(), {}), 0.5)->view().find("Exif"),
-            std::string_view::npos);
+  EXPECT_EQ(
+      jpegRepresentation(makeJPEG(opaquePixels(), {}), 0.5)->view().find("Exif"), std::string_view::npos);
 }
 
 TEST(ImageTest, OrientationOfRubbishIsUpright) {
@@ -310,8 +300,8 @@ TEST(ImageTest, OrientationOfRubbishIsUpright) {
   };
   EXPECT_EQ(orientation(kExif, 0, 'I'), 6);
   EXPECT_EQ(orientation(kOrientationOnly, 25, 8), 8);
-  const std::pair<std::size_t, char> kFaults[] = {{0, 'X'}, {4, '\xFF'}, {7, '\xFF'}, {8, 0},
-                                                  {22, 2},  {24, 4},     {30, 9},     {30, 0}};
+  const std::pair<std::size_t, char> kFaults[] = {
+      {0, 'X'}, {4, '\xFF'}, {7, '\xFF'}, {8, 0}, {22, 2}, {24, 4}, {30, 9}, {30, 0}};
   for (const auto& [place, byte] : kFaults) EXPECT_EQ(orientation(kExif, place, byte), 1) << place;
 }
 
@@ -343,7 +333,7 @@ TEST(ImageTest, PlanesArePassedOnAtTheirOwnSampling) {
     EXPECT_EQ(decoded(ours).sampling, sampling);
     const std::vector<std::uint8_t> pixels = decoded(original).pixels;
     EXPECT_LT(rootMeanSquare(decoded(ours).pixels, pixels),
-              rootMeanSquare(decoded(plain).pixels, pixels) * kFifthOfADecibel);
+        rootMeanSquare(decoded(plain).pixels, pixels) * kFifthOfADecibel);
   }
 }
 
@@ -375,14 +365,14 @@ TEST(ImageTest, RefusesPicturesOutOfProportion) {
 
 TEST(ImageTest, RubbishIsNoPicture) {
   for (const std::string& text :
-       {""s, "\xFF\xD8\xFF"s, "GIF89a"s, "RIFF\4\0\0\0WEBP"s, "\0\0\0\14ftypheic"s, "\x89PNG\r\n\x1A\n"s}) {
+      {""s, "\xFF\xD8\xFF"s, "GIF89a"s, "RIFF\4\0\0\0WEBP"s, "\0\0\0\14ftypheic"s, "\x89PNG\r\n\x1A\n"s}) {
     EXPECT_FALSE(jpegRepresentation(Data::copy(text), 0.5)) << text;
   }
   const Data jpeg = makeJPEG(opaquePixels(), {}),
              progressive = makeJPEG(opaquePixels(), {.progressive = true});
   for (const Data& picture :
-       {jpeg, progressive, makePNG(kOpaque, 2, 8, pngChunk("iCCP", "p\0\0"s + deflated(profileFor("RGB ")))),
-        makePNG(kOpaque, 2, 8, "", true), makeWebP(kTranslucent), base64DecodedData(kHEIF).value()}) {
+      {jpeg, progressive, makePNG(kOpaque, 2, 8, pngChunk("iCCP", "p\0\0"s + deflated(profileFor("RGB ")))),
+          makePNG(kOpaque, 2, 8, "", true), makeWebP(kTranslucent), base64DecodedData(kHEIF).value()}) {
     SCOPED_TRACE(picture.view().substr(1, 3));
     const bool isJPEG = picture == jpeg || picture == progressive;
     for (std::size_t size = 0; size < picture.size(); ++size) {

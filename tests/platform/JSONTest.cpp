@@ -11,17 +11,14 @@ namespace {
 std::string nested(std::size_t depth) { return std::string(depth, '[') + std::string(depth, ']'); }
 
 TEST(JSONTest, WhatIsReadIsWrittenBack) {
-  const std::pair<std::string, std::string> kCases[] = {
-      {" null ", "null"},
-      {"[true, false]", "[true,false]"},
+  const std::pair<std::string, std::string> kCases[] = {{" null ", "null"}, {"[true, false]", "[true,false]"},
       {R"({ "b" : 1 , "a" : [ ] , "b" : { } })", R"({"b":{},"a":[]})"},
       {R"("\u00e4\ud83d\ude00 \/ \u0041")", R"("ä😀 \/ A")"},
       {R"("\b\f\n\r\t\"\\\u0000\u001F")", R"("\b\f\n\r\t\"\\\u0000\u001f")"},
       {"[18446744073709551615,18446744073709551616]", "[18446744073709551615,18446744073709551616]"},
       {"[-9223372036854775808, -0, -0.0]", "[-9223372036854775808,0,-0]"},
       {"[5.0,1e2,1e20,1E21,-1.5,0.1,1e-7]", "[5,100,100000000000000000000,1e+21,-1.5,0.1,1e-7]"},
-      {"[1e-400,-1e-99999,0e999]", "[0,-0,0]"},
-      {nested(512), nested(512)}};
+      {"[1e-400,-1e-99999,0e999]", "[0,-0,0]"}, {nested(512), nested(512)}};
   for (const auto& [text, expected] : kCases) {
     SCOPED_TRACE(text);
     EXPECT_EQ(writeJSON(parseJSON(text).value()), expected);
@@ -41,25 +38,11 @@ TEST(JSONTest, NumbersKeepEveryBitAndTheirKind) {
 }
 
 TEST(JSONTest, RefusesWhatIsNotJSON) {
-  const std::pair<std::string, std::size_t> kCases[] = {{"", 0},
-                                                        {"[1,]", 3},
-                                                        {"[1", 2},
-                                                        {"1 2", 2},
-                                                        {"{\"a\" 1}", 5},
-                                                        {"\xEF\xBB\xBF{}", 0},
-                                                        {"/**/1", 0},
-                                                        {"01", 1},
-                                                        {"NaN", 0},
-                                                        {"[Infinity]", 1},
-                                                        {"[1e999]", 6},
-                                                        {"-" + std::string(400, '9'), 401},
-                                                        {R"("\ud83d")", 7},
-                                                        {R"("\ude00")", 7},
-                                                        {"\"\xC3(\"", 1},
-                                                        {"\"\xED\xA0\x80\"", 1},
-                                                        {"\"\n\"", 1},
-                                                        {nested(513), 512},
-                                                        {std::string(100'000, '['), 512}};
+  const std::pair<std::string, std::size_t> kCases[] = {{"", 0}, {"[1,]", 3}, {"[1", 2}, {"1 2", 2},
+      {"{\"a\" 1}", 5}, {"\xEF\xBB\xBF{}", 0}, {"/**/1", 0}, {"01", 1}, {"NaN", 0}, {"[Infinity]", 1},
+      {"[1e999]", 6}, {"-" + std::string(400, '9'), 401}, {R"("\ud83d")", 7}, {R"("\ude00")", 7},
+      {"\"\xC3(\"", 1}, {"\"\xED\xA0\x80\"", 1}, {"\"\n\"", 1}, {nested(513), 512},
+      {std::string(100'000, '['), 512}};
   for (const auto& [text, offset] : kCases) {
     SCOPED_TRACE(text.substr(0, 40));
     JSONError error;
@@ -72,7 +55,7 @@ TEST(JSONTest, RefusesToWriteWhatJSONCannotHold) {
   Value deep;
   for (int level = 0; level < 513; ++level) deep = Value(Value::Array{deep});
   for (const Value& value : {Value(Data()), Value(std::nan("")), Value(HUGE_VAL), Value("\xFF"),
-                             Value(Value::Dictionary{{"\xC0", 1}}), deep}) {
+           Value(Value::Dictionary{{"\xC0", 1}}), deep}) {
     EXPECT_EQ(writeJSON(Value::Array{value}), std::nullopt);
   }
   EXPECT_NE(writeJSON(deep.asArray()->front()), std::nullopt);

@@ -113,10 +113,10 @@ TEST(KeyedArchiverTest, WritesAndReadsTheFormatByteForByte) {
 }
 
 TEST(KeyedArchiverTest, EveryReaderFindsWhatWasWritten) {
-  const Array numbers{0,         255, 256,       65535, 65536, 0xFFFFFFFF, 0x100000000,
-                      INT64_MAX, -1,  INT64_MIN, true,  false, -1.5};
-  const Array texts{"",    "fourteen chars", "fifteen chars..", std::string(70000, 'y'), "文字",
-                    "😀 é", "$null",          "$class"};
+  const Array numbers{
+      0, 255, 256, 65535, 65536, 0xFFFFFFFF, 0x100000000, INT64_MAX, -1, INT64_MIN, true, false, -1.5};
+  const Array texts{
+      "", "fourteen chars", "fifteen chars..", std::string(70000, 'y'), "文字", "😀 é", "$null", "$class"};
   const Data image = bytesOf(100, 1);
   Array many;
   Entries keys;
@@ -125,15 +125,11 @@ TEST(KeyedArchiverTest, EveryReaderFindsWhatWasWritten) {
     keys.set("key " + std::to_string(i), Entries{{"same", i}});
   }
   const Value kCases[] = {Entries{},
-                          Entries{{"previewimagedata", image},
-                                  {"file_data", bytesOf(70000, 2)},
-                                  {"image_data_list", Array{image, bytesOf(100, 3), Data()}},
-                                  {"pasted_kiva_data", ""}},
-                          Entries{{"numbers", numbers},
-                                  {"texts", texts},
-                                  {"$null", nullptr},
-                                  {"文", Array{nullptr, Array{}, Entries{{"NS.keys", Entries{}}}}}},
-                          Entries{{"many", many}, {"keys", keys}}, nested(kMaxArchiveDepth)};
+      Entries{{"previewimagedata", image}, {"file_data", bytesOf(70000, 2)},
+          {"image_data_list", Array{image, bytesOf(100, 3), Data()}}, {"pasted_kiva_data", ""}},
+      Entries{{"numbers", numbers}, {"texts", texts}, {"$null", nullptr},
+          {"文", Array{nullptr, Array{}, Entries{{"NS.keys", Entries{}}}}}},
+      Entries{{"many", many}, {"keys", keys}}, nested(kMaxArchiveDepth)};
   for (const Value& value : kCases) {
     SCOPED_TRACE(value.asDictionary()->size());
     const Data archive = archivedData(value).value().joined();
@@ -143,8 +139,8 @@ TEST(KeyedArchiverTest, EveryReaderFindsWhatWasWritten) {
   // A class is numbered after the parts of its first object, and only there: 1 the root, 2 and 3 its keys,
   // 4 the list, 5 its number, 7 the dictionary.
   OtherReader order(archivedData(Entries{{"list", Array{7}}, {"dictionary", Entries{}}}).value().joined());
-  EXPECT_EQ(order.className(6) + order.className(8) + order.className(9),
-            "NSArrayNSDictionaryNSMutableDictionary");
+  EXPECT_EQ(
+      order.className(6) + order.className(8) + order.className(9), "NSArrayNSDictionaryNSMutableDictionary");
 }
 
 TEST(KeyedArchiverTest, ReferencesAreWideEnoughForTheNumberOfObjects) {
@@ -180,8 +176,8 @@ TEST(KeyedArchiverTest, LargeDataIsNeverCopied) {
 }
 
 TEST(KeyedArchiverTest, WhatTheFormatCannotHoldGivesNull) {
-  const Value kCases[] = {"text", Entries{{"\xFF", 1}}, Entries{{"a", Array{"\xED\xA0\x80"}}},
-                          nested(kMaxArchiveDepth + 1)};
+  const Value kCases[] = {
+      "text", Entries{{"\xFF", 1}}, Entries{{"a", Array{"\xED\xA0\x80"}}}, nested(kMaxArchiveDepth + 1)};
   for (const Value& value : kCases) EXPECT_FALSE(archivedData(value));
 }
 
@@ -226,15 +222,14 @@ Object dictionary(const Numbers& keys, const Numbers& values) {
 }
 
 Data archiveOf(const Object& root, const std::vector<Object>& fromFive, const std::string& fourth = "NSNull",
-               std::uint32_t rootNumber = 1) {
+    std::uint32_t rootNumber = 1) {
   std::vector<Object> objects{text("$null"), root};
   for (const std::string& name : {"NSArray"s, "NSMutableDictionary"s, fourth})
     objects.push_back(record({{"$classname", text(name)}}));
   objects.insert(objects.end(), fromFive.begin(), fromFive.end());
-  const Object envelope = record({{"$top", record({{"root", uid(rootNumber)}})},
-                                  {"$archiver", text("NSKeyedArchiver")},
-                                  {"$objects", list(objects)},
-                                  {"$version", [](PlistWriter& version) { version.integer(100000); }}});
+  const Object envelope =
+      record({{"$top", record({{"root", uid(rootNumber)}})}, {"$archiver", text("NSKeyedArchiver")},
+          {"$objects", list(objects)}, {"$version", [](PlistWriter& version) { version.integer(100000); }}});
   PlistWriter plist;
   envelope(plist);
   return plist.finish().joined();
@@ -274,17 +269,15 @@ TEST(KeyedArchiverTest, ReadsWhatOthersWrite) {
       {instanceOf("NSMutableArray", "NS.objects", uids({6, 6})), Array{"text", "text"}},
       {instanceOf("NSMutableString", "NS.string", text("$null")), "$null"},
       {instanceOf("NSMutableData", "NS.data", placeholder), Data::copy("12345678")},
-      {instanceOf("NSDate", "NS.time", real), 1.5},
-      {instanceOf("NSNull", "other", real), nullptr},
+      {instanceOf("NSDate", "NS.time", real), 1.5}, {instanceOf("NSNull", "other", real), nullptr},
       {archiveOf(reversed, {text("key"), text("text"), text("last")}),
-       Entries{{"key", "last"}, {"text", "text"}}},
-      {archiveWith("\x13\0\0\0\0\0\0\0\x07"sv), 7},
-      {archiveWith("\x33\x40\x04\0\0\0\0\0\0"sv), 2.5},
+          Entries{{"key", "last"}, {"text", "text"}}},
+      {archiveWith("\x13\0\0\0\0\0\0\0\x07"sv), 7}, {archiveWith("\x33\x40\x04\0\0\0\0\0\0"sv), 2.5},
       {archiveWith("\x22\x40\x20\0\0\0\0\0\0"sv), 2.5},
       {archiveWith("\x64\xD8\x3D\xDE\x00\xD8\x3D\x00\x41"sv), "😀\xED\xA0\xBD\x41"},
       {with(instanceOf("NSArray", "NS.objects", list({placeholder})), kPlaceholder,
-            "\x87\0\0\0\0\0\0\0\x06"sv),
-       Array{"text"}},
+           "\x87\0\0\0\0\0\0\0\x06"sv),
+          Array{"text"}},
       {with(archiveOf(wide, {}), "\x14\0\0\0\0\0\0\0\0"sv, "\x14\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"), -2}};
   for (const auto& [archive, value] : kCases) {
     SCOPED_TRACE(base64Encoded(archive.view()));
@@ -299,32 +292,19 @@ TEST(KeyedArchiverTest, RefusesWhatIsNoArchiveOfItsKinds) {
   const Data good = archived(array({5}));
   ASSERT_TRUE(unarchivedValue(good));
   const Data kCases[] = {with(good, "NSKeyedArchiver", "NSKeyedArchives"),
-                         with(good, "\x12\x00\x01\x86\xA0"sv, "\x12\x00\x01\x86\xA1"sv),
-                         with(good, "$top", "$tip"),
-                         with(good, "root", "boot"),
-                         with(good, "$objects", "$objectz"),
-                         with(good, "$classname", "$classnome"),
-                         with(good, "NSArray", "NSProxy"),
-                         instanceOf("NSObject", "NS.objects", uids({})),
-                         instanceOf("NSArray", "NS.objects", text("text")),
-                         instanceOf("NSArray", "NS.objects", list({text("text")})),
-                         instanceOf("NSArray", "NS.keys", uids({})),
-                         instanceOf("NSString", "NS.string", placeholder),
-                         instanceOf("NSData", "NS.data", text("text")),
-                         instanceOf("NSDate", "NS.time", text("text")),
-                         archived(array({0})),
-                         archived(array({8})),
-                         archived(array({7})),
-                         archived(array({1})),
-                         archived(record({{"NS.objects", uids({})}, {"$class", uid(8)}})),
-                         archived(text("$null")),
-                         archived(dictionary({5, 5}, {5})),
-                         archived(dictionary({6}, {5})),
-                         archiveOf(array({5}), {array({6}), dictionary({7}, {1}), text("key")}),
-                         archiveOf(array({}), {}, "NSNull", 0),
-                         archiveWith("\x5FNotASCII"),
-                         archiveWith("\x57\xC3\xA9Text!\x08"),
-                         archiveWith("\x4F\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF")};
+      with(good, "\x12\x00\x01\x86\xA0"sv, "\x12\x00\x01\x86\xA1"sv), with(good, "$top", "$tip"),
+      with(good, "root", "boot"), with(good, "$objects", "$objectz"), with(good, "$classname", "$classnome"),
+      with(good, "NSArray", "NSProxy"), instanceOf("NSObject", "NS.objects", uids({})),
+      instanceOf("NSArray", "NS.objects", text("text")),
+      instanceOf("NSArray", "NS.objects", list({text("text")})), instanceOf("NSArray", "NS.keys", uids({})),
+      instanceOf("NSString", "NS.string", placeholder), instanceOf("NSData", "NS.data", text("text")),
+      instanceOf("NSDate", "NS.time", text("text")), archived(array({0})), archived(array({8})),
+      archived(array({7})), archived(array({1})),
+      archived(record({{"NS.objects", uids({})}, {"$class", uid(8)}})), archived(text("$null")),
+      archived(dictionary({5, 5}, {5})), archived(dictionary({6}, {5})),
+      archiveOf(array({5}), {array({6}), dictionary({7}, {1}), text("key")}),
+      archiveOf(array({}), {}, "NSNull", 0), archiveWith("\x5FNotASCII"),
+      archiveWith("\x57\xC3\xA9Text!\x08"), archiveWith("\x4F\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF")};
   for (const Data& archive : kCases) {
     SCOPED_TRACE(base64Encoded(archive.view()));
     EXPECT_FALSE(unarchivedValue(archive));
@@ -367,9 +347,8 @@ TEST(KeyedArchiverTest, SharingCannotBlowUp) {
 }
 
 TEST(KeyedArchiverTest, DamageIsNeverMoreThanARefusal) {
-  const Value rich =
-      Entries{{"文", Array{1, -1, 2.5, true, nullptr, UINT64_MAX, "$null"}},
-              {"list", Array{Entries{{"key", std::string(20, 'x')}}, Array{}, bytesOf(70, 9)}}};
+  const Value rich = Entries{{"文", Array{1, -1, 2.5, true, nullptr, UINT64_MAX, "$null"}},
+      {"list", Array{Entries{{"key", std::string(20, 'x')}}, Array{}, bytesOf(70, 9)}}};
   for (const Value& value : {example(), rich}) {
     const std::string whole(archivedData(value).value().joined().view());
     EXPECT_EQ(unarchivedValue(Data::copy(whole)), value);

@@ -20,9 +20,9 @@ TEST(PercentEncoding, Encodes) {
       {"s+/=&?#", "s+/=&?%23", "s%2B%2F%3D%26%3F%23", "s+/=&?#"},
       {std::string_view("\0\x7F", 2), "%00%7F", "%00%7F", std::string("\0\x7F", 2)},
       {"\u00E9\u4E2D\u3002z", "%C3%A9%E4%B8%AD%E3%80%82z", "\u00E9\u4E2D%E3%80%82z",
-       "%C3%A9%E4%B8%AD%E3%80%82z"},
+          "%C3%A9%E4%B8%AD%E3%80%82z"},
       {"\U0001F600\U00020000", "%F0%9F%98%80%F0%A0%80%80", "%F0%9F%98%80\U00020000",
-       "%F0%9F%98%80%F0%A0%80%80"},
+          "%F0%9F%98%80%F0%A0%80%80"},
       {"a\xED\xA0\x80", {}, {}, {}},
       {"a\xE4\xB8", {}, {}, {}},
   };
@@ -64,8 +64,8 @@ TEST(PercentEncoding, SetsHoldTheRightCharactersOfUnicode) {
     if (c >= 0xD800 && c < 0xE000) continue;
     const std::string text = utf8(c);
     ASSERT_EQ(percentEncodedSize(text, Alphanumeric), text.size() * (alphanumeric[c] ? 1 : 3)) << c;
-    ASSERT_EQ(percentEncodedSize(text, QueryAllowed),
-              text.size() * (kQuery.find(text) != kQuery.npos ? 1 : 3))
+    ASSERT_EQ(
+        percentEncodedSize(text, QueryAllowed), text.size() * (kQuery.find(text) != kQuery.npos ? 1 : 3))
         << c;
   }
 }

@@ -45,23 +45,8 @@ TEST(Dictionary, ManyKeysInOrder) {
 }
 
 TEST(Value, KeepsKindsAndNumbersApart) {
-  const Value all[] = {Value(),
-                       true,
-                       false,
-                       0,
-                       1,
-                       -1,
-                       INT64_MIN,
-                       UINT64_MAX,
-                       0.5,
-                       1.0,
-                       "",
-                       "1",
-                       Data(),
-                       Value::Array{},
-                       Value::Dictionary{},
-                       Value::Array{1},
-                       Value::Dictionary{{"1", 1}}};
+  const Value all[] = {Value(), true, false, 0, 1, -1, INT64_MIN, UINT64_MAX, 0.5, 1.0, "", "1", Data(),
+      Value::Array{}, Value::Dictionary{}, Value::Array{1}, Value::Dictionary{{"1", 1}}};
   for (std::size_t i = 0; i < std::size(all); ++i) {
     for (std::size_t j = 0; j < std::size(all); ++j) EXPECT_EQ(all[i] == all[j], i == j) << i << " " << j;
   }

@@ -13,6 +13,7 @@ FileError writeRecord(const std::string& path, const LumoApiLargeDataPtr& record
   if (!record) return lumo::removePrivateFile(path);
   const std::optional<lumo::DataChain> archive = lumo::archivedData(lumo::Value(*record));
   if (!archive) return "the record cannot be archived";
+  if (archive->size() > LumoApiFilePasteboard::kMaxFileSize) return "the record is too large";
   return lumo::replacePrivateFile(path, *archive);
 }
 

@@ -10,12 +10,13 @@
 /// A pasteboard in a file, where two processes can meet: one stages a record, another reads it.
 ///
 /// The file is the keyed archive of the record, readable by its owner alone. It is replaced at once: readers
-/// see the old record or the new one, never half, also when a writer dies midway. Links are not followed. A
-/// file that is damaged, oversized, another user's or no record at all reads as no record, and lastError()
-/// says why. Every operation may be called from any thread, and by several processes at once.
+/// see the old record or the new one, never half, also when a writer dies midway. The file itself is never
+/// followed where it is a link. A file that is damaged, oversized, another user's or no record at all reads
+/// as no record, and lastError() says why; no file is no record and no error. Every operation may be called
+/// from any thread, and by several processes at once.
 class LUMOAPI_EXPORT LumoApiFilePasteboard : public LumoApiPasteboard {
  public:
-  /// The largest file that is read, in bytes: several times what the largest request stages.
+  /// The largest file that is read or written, in bytes: several times what the largest request stages.
   static constexpr std::size_t kMaxFileSize = 268'435'456;
 
   explicit LumoApiFilePasteboard(std::string path);

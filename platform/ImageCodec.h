@@ -32,6 +32,11 @@ std::optional<Data> reencodePNG(const Data& picture, int quality);
 std::optional<Data> reencodeWebP(const Data& picture, int quality);
 std::optional<Data> reencodeHEIF(const Data& picture, int quality);
 
+/// Whether a HEIF file is built as cameras build them. The format allows pictures put together from others
+/// that are put together themselves, circles of them included, overlays of any number of pictures and any
+/// number of turns, on which a decoder would come to no end.
+bool isSimplyBuilt(const Data& picture);
+
 /// What is kept of a picture beside its pixels.
 struct Traits {
   int orientation = 1;  // 1 to 8, as EXIF numbers them; 1 is upright

@@ -35,6 +35,7 @@ bool isWithin(int width, int height) {
 Handle primaryPictureOf(heif_context* context, const Data& picture) {
   constexpr int kMaxCodedSide = 16'384;
   heif_context_set_maximum_image_size_limit(context, kMaxCodedSide);
+  heif_context_set_max_decoding_threads(context, 0);  // in the caller's thread
   heif_image_handle* handle = nullptr;
   if (!isFine(heif_context_read_from_memory_without_copy(context, picture.data(), picture.size(), nullptr)) ||
       !isFine(heif_context_get_primary_image_handle(context, &handle))) {
@@ -68,6 +69,7 @@ Data colorProfileOf(const heif_image_handle* handle) {
 }
 
 std::optional<Data> reencode(const Data& picture, int quality) {
+  if (!isSimplyBuilt(picture)) return std::nullopt;
   const Context context(heif_context_alloc());
   if (!context) throw std::bad_alloc();
   const Handle handle = primaryPictureOf(context.get(), picture);

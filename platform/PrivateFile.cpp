@@ -47,20 +47,52 @@ FileError writeAll(int file, const Data& bytes) {
   return {};
 }
 
-/// Fills a new file, for its owner alone, and sees it onto the disk.
-FileError fill(Descriptor& file, const DataChain& content) {
-  for (const Data& piece : content.pieces()) {
-    if (FileError error = writeAll(file.get(), piece); !error.empty()) return error;
-  }
-  return ::fsync(file.get()) == 0 && file.close() ? FileError() : systemError();
+bool flush(const Descriptor& file) noexcept {
+  int result;
+  do {
+    result = ::fsync(file.get());
+  } while (result != 0 && errno == EINTR);
+  return result == 0;
 }
 
-/// Makes a rename last: without this, a crash of the machine could bring the old name back.
-void flushFolder(const std::string& path) noexcept {
+/// A new file beside another, under a name that nobody can guess and for its owner alone. It is removed
+/// again, also where memory runs out, unless it takes the other's place.
+class Replacement {
+ public:
+  explicit Replacement(const std::string& path)
+      : name_(path + ".XXXXXX"), file_(::mkostemp(name_.data(), O_CLOEXEC)), exists_(file_) {}
+  Replacement(const Replacement&) = delete;
+  Replacement& operator=(const Replacement&) = delete;
+  ~Replacement() {
+    if (exists_) (void)::unlink(name_.c_str());
+  }
+
+  bool exists() const noexcept { return exists_; }
+
+  /// Writes the content and sees it onto the disk.
+  FileError fill(const DataChain& content) {
+    for (const Data& piece : content.pieces()) {
+      if (FileError error = writeAll(file_.get(), piece); !error.empty()) return error;
+    }
+    return flush(file_) && file_.close() ? FileError() : systemError();
+  }
+
+  bool takePlaceOf(const std::string& path) noexcept {
+    if (::rename(name_.c_str(), path.c_str()) != 0) return false;
+    exists_ = false;
+    return true;
+  }
+
+ private:
+  std::string name_;
+  Descriptor file_;
+  bool exists_;
+};
+
+int openFolderOf(const std::string& path) {
   const std::size_t slash = path.rfind('/');
   const std::string folder = slash == std::string::npos ? "." : path.substr(0, slash + 1);
-  const Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (opened) (void)::fsync(opened.get());  // some file systems cannot, and need not
+  return ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
 }
 
 FileError readAll(int file, DataBuffer& buffer) {
@@ -83,17 +115,15 @@ FileError readAll(int file, DataBuffer& buffer) {
 
 FileError replacePrivateFile(const std::string& path, const DataChain& content) {
   if (FileError error = replaceable(path); !error.empty()) return error;
-  std::string temporary = path + ".XXXXXX";
-  Descriptor file(::mkostemp(temporary.data(), O_CLOEXEC));  // of an unguessable name, new, and 0600
-  if (!file) return systemError();
-  FileError error = fill(file, content);
-  if (error.empty() && ::rename(temporary.c_str(), path.c_str()) != 0) error = systemError();
-  if (error.empty()) {
-    flushFolder(path);
-  } else {
-    (void)::unlink(temporary.c_str());
-  }
-  return error;
+  const Descriptor folder(openFolderOf(path));  // now, since after the renaming nothing may fail any more
+  Replacement replacement(path);
+  if (!replacement.exists()) return systemError();
+  if (FileError error = replacement.fill(content); !error.empty()) return error;
+  if (!replacement.takePlaceOf(path)) return systemError();
+  // Without this, a crash of the machine could bring the old content back. Some file systems cannot, and need
+  // not.
+  if (folder) (void)flush(folder);
+  return {};
 }
 
 FileError removePrivateFile(const std::string& path) {

@@ -15,7 +15,8 @@ using FileError = std::string;
 
 /// Replaces the file's content at once: the bytes are written beside it, flushed to the disk and renamed, so
 /// that a reader, and a writer that dies midway, leave the old content or the new, never half. Only the owner
-/// may read the file. Anything but a regular file in its place, a link too, is refused and left alone.
+/// may read the file. Anything but a regular file in its place, a link too, is refused and left alone. A
+/// writer that dies midway may leave its unfinished file, `path` and seven characters more, behind.
 LUMOAPI_EXPORT FileError replacePrivateFile(const std::string& path, const DataChain& content);
 
 /// Removes the file; that there is none is no error. Anything but a regular file is refused and left alone.

@@ -228,7 +228,7 @@ class LUMOAPI_EXPORT LumoApiMessageAndUrlConverter {
                                                               std::string_view sig) noexcept;
   /// The text of a signed group URL: the pairs in ascending order of their keys, each value but
   /// "guild_avatar"'s percent-encoded down to letters, marks and numbers, and the signature, encoded alike,
-  /// as the last pair. Null where a value or the signature is not UTF-8.
+  /// as the last pair. Null where any of it is not UTF-8.
   static std::optional<std::string> appendSigURLWith(const LumoApiQueryDictionary& queryItem,
                                                      std::string_view path, std::string_view sig) noexcept;
 };

@@ -27,6 +27,8 @@ constexpr std::array kDescriptions{
     Description{"NotBuilt", "the web-view kit claimed the URL and built no message"},
 };
 
+static_assert(kDescriptions.size() == static_cast<std::size_t>(LumoApiRefusal::Code::NotBuilt) + 1);
+
 const Description& describe(LumoApiRefusal::Code code) noexcept {
   return kDescriptions[static_cast<std::size_t>(code)];
 }

@@ -45,8 +45,11 @@ using Text = std::optional<std::string_view>;
 void LumoApiMessageAndUrlConverter::setTitle(Text title, Text description, Text appName,
                                              LumoApiQueryDictionary& queryItem) noexcept {
   lumo::changed([&] {
-    const lumo::StoreValues store = LumoApiDatastore::instance().values();
-    if (lumo::isEmpty(appName)) appName = store->appName;
+    lumo::StoreValues store;
+    if (lumo::isEmpty(appName)) {
+      store = LumoApiDatastore::instance().values();
+      appName = store->appName;
+    }
     lumo::setTitles(queryItem, lumo::owned(title), lumo::owned(description), lumo::owned(appName));
   });
 }

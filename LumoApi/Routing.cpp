@@ -7,6 +7,7 @@
 #include "model/LumoApiCurrentObject.h"
 #include "model/LumoApiLog.h"
 #include "platform/PercentEncoding.h"
+#include "platform/Text.h"
 
 #include <algorithm>
 #include <string>
@@ -27,20 +28,12 @@ std::vector<Pair> sortedByKey(const LumoApiQueryDictionary& query) {
   return pairs;
 }
 
-/// The keys as one text, "(a, b)"; control characters, which could forge a log line, as `\u00xx`.
+/// The keys as one text: "(a, b)".
 std::string keyList(const std::vector<Pair>& pairs) {
-  constexpr std::string_view kHex = "0123456789abcdef";
   std::string list = "(";
   for (const auto& [key, value] : pairs) {
     if (list.size() > 1) list += ", ";
-    for (const char character : key) {
-      const auto byte = static_cast<unsigned char>(character);
-      if (byte < 0x20 || byte == 0x7F) {
-        ((list += "\\u00") += kHex[byte >> 4]) += kHex[byte & 15];
-      } else {
-        list += character;
-      }
-    }
+    list += key;
   }
   return list += ')';
 }
@@ -73,7 +66,7 @@ std::optional<std::string> signedText(const LumoApiQueryDictionary& query, std::
     }
   }
   text += "&sig=";
-  if (!appendEncoded(text, signature)) return std::nullopt;
+  if (!appendEncoded(text, signature) || !isValidUTF8(text)) return std::nullopt;
   return text;
 }
 
@@ -88,7 +81,7 @@ void setCommonKeys(LumoApiQueryDictionary& query, std::int32_t type, const Store
     query.set(keys::kMessageType, QueryValue::fixed("responsefromapp"));
   }
   if (store->openId) query.set(keys::kOpenId, textOf(store, *store->openId));
-  if (store->uin) query.set(keys::kUin, QueryValue::number(*store->uin));
+  if (store->uin && !store->uin->isNull()) query.set(keys::kUin, QueryValue::number(*store->uin));
   if (store->isLumoSupportApiGeneralPastboard) query.set(keys::kGeneralPasteboard, QueryValue::fixed("1"));
   if (const auto object = LumoApiCurrentObject::get()) {
     query.set(keys::kCflag, QueryValue::number(Value(object->cflag())));

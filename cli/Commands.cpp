@@ -3,6 +3,7 @@
 #include "cli/Console.h"
 #include "cli/Decode.h"
 #include "cli/Encode.h"
+#include "cli/Inspect.h"
 #include "cli/NearestName.h"
 
 #include <CLI/CLI.hpp>
@@ -24,12 +25,14 @@ constexpr std::string_view kToolHelp =
   $ lumoapi encode --url share.json        the launch URL alone
   $ lumoapi encode --lines < shares.jsonl  one request a line, one result a line
   $ lumoapi decode 'demo://…'              the message of a URL that opened the app
+  $ lumoapi inspect 'mlumoapi://…'         what any launch URL says, and what looks wrong in it
 
 Usage: lumoapi COMMAND [OPTION]... [FILE]
 
 Commands:
   encode       turn a message into its launch URL
   decode       turn a URL that opened the app into its message
+  inspect      explain a launch URL of either direction
 
 Options:
   -h, --help   show this text; after a command, the command's
@@ -162,6 +165,19 @@ int runDecode(const Arguments& arguments) {
   return status ? *status : decode(chosen);
 }
 
+int runInspect(const Arguments& arguments) {
+  InspectOptions chosen;
+  CLI::App options;
+  options.add_option("url", chosen.url);
+  options.add_option("--store", chosen.store);
+  options.add_option("--save", chosen.folder);
+  options.add_option("--color", chosen.colour)->check(CLI::IsMember({"auto", "always", "never"}));
+  options.add_flag("--json", chosen.json);
+  options.add_flag("--full", chosen.full);
+  const std::optional<int> status = parsed(options, arguments, kInspectHelp);
+  return status ? *status : inspect(chosen);
+}
+
 struct Command {
   std::string_view name;
   int (*run)(const Arguments& arguments);
@@ -170,6 +186,7 @@ struct Command {
 constexpr Command kCommands[] = {
     {"encode", runEncode},
     {"decode", runDecode},
+    {"inspect", runInspect},
 };
 
 int noSuchCommand(const std::string& name) {

@@ -17,7 +17,8 @@ LumoApiDatastore& LumoApiDatastore::instance() noexcept {
 }
 
 std::shared_ptr<const LumoApiDatastore::Values> LumoApiDatastore::values() const noexcept {
-  static const Values kNone;
+  alignas(Values) static unsigned char place[sizeof(Values)];
+  static const Values& kNone = *new (place) Values;
   const std::lock_guard guard(lock_);
   return values_ ? values_ : std::shared_ptr<const Values>(std::shared_ptr<void>(), &kNone);
 }

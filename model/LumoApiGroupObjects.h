@@ -76,11 +76,7 @@ class LUMOAPI_EXPORT GroupProObject : public LumoApiObject {
 }  // namespace lumo
 
 /// Asks to create a group-pro.
-class LUMOAPI_EXPORT LumoApiCreateLumoGroupProObject : public lumo::GroupProObject {
- public:
-};
+class LUMOAPI_EXPORT LumoApiCreateLumoGroupProObject : public lumo::GroupProObject {};
 
 /// Asks to join a group-pro.
-class LUMOAPI_EXPORT LumoApiJoinLumoGroupProObject : public lumo::GroupProObject {
- public:
-};
+class LUMOAPI_EXPORT LumoApiJoinLumoGroupProObject : public lumo::GroupProObject {};

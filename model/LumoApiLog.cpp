@@ -1,9 +1,11 @@
 #include "model/LumoApiLog.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cstdio>
 #include <memory>
 #include <mutex>
+#include <new>
 #include <utility>
 
 namespace {
@@ -11,25 +13,45 @@ namespace {
 constexpr std::string_view kFile = "LumoApi/LumoApiMessageAndUrlConverter";
 
 void writeToStandardError(const LumoApiLog::Line& line) {
-  (void)std::fprintf(stderr, "%.*s:%d: %.*s\n", static_cast<int>(line.file.size()), line.file.data(), line.line,
-               static_cast<int>(line.message.size()), line.message.data());
+  (void)std::fprintf(stderr, "%.*s:%d: %.*s\n", static_cast<int>(line.file.size()), line.file.data(),
+                     line.line, static_cast<int>(line.message.size()), line.message.data());
 }
 
 std::mutex lock;
-std::shared_ptr<const LumoApiLog::Handler> handler;  // null: standard error
 std::atomic<bool> listening{true};
+
+/// The app's handler; null: standard error. Never destroyed: objects that outlive main() may still log.
+std::shared_ptr<const LumoApiLog::Handler>& handler() noexcept {
+  using Handler = std::shared_ptr<const LumoApiLog::Handler>;
+  alignas(Handler) static unsigned char place[sizeof(Handler)];
+  static Handler& held = *new (place) Handler;
+  return held;
+}
 
 void exchange(std::shared_ptr<const LumoApiLog::Handler> replacement, bool listens) noexcept {
   {
     const std::lock_guard guard(lock);
-    handler.swap(replacement);
+    handler().swap(replacement);
     listening = listens;
   }  // the former handler goes without the lock: its destructor is the app's code
 }
 
+/// Appends a text, with control characters, which could forge a line, as `\u00xx`.
+void append(std::string& message, std::string_view text) {
+  constexpr std::string_view kHex = "0123456789abcdef";
+  for (const char character : text) {
+    const auto byte = static_cast<unsigned char>(character);
+    if (byte < 0x20 || byte == 0x7F) {
+      ((message += "\\u00") += kHex[byte >> 4]) += kHex[byte & 15];
+    } else {
+      message += character;
+    }
+  }
+}
+
 void append(std::string& message, const LumoApiLog::Argument& argument) {
   if (const auto* text = std::get_if<std::string_view>(&argument)) {
-    message += *text;
+    append(message, *text);
   } else if (const auto* number = std::get_if<std::int64_t>(&argument)) {
     message += std::to_string(*number);
   } else {
@@ -50,7 +72,7 @@ std::string filled(std::string_view format, std::initializer_list<LumoApiLog::Ar
     } else if (next != arguments.end()) {
       append(message, *next++);
     }
-    format.remove_prefix(format.starts_with("lu") ? 2 : 1);
+    format = format.substr(std::min<std::size_t>(format.starts_with("lu") ? 2 : 1, format.size()));
   }
   return message;
 }
@@ -73,7 +95,7 @@ void LumoApiLog::log(std::string_view format, std::initializer_list<Argument> ar
     std::shared_ptr<const Handler> listener;
     {
       const std::lock_guard guard(lock);
-      listener = handler;
+      listener = handler();
     }
     const std::string message = filled(format, arguments);
     const Line logged{kFile, line, message};

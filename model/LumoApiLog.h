@@ -20,7 +20,7 @@ class LUMOAPI_EXPORT LumoApiLog {
     /// The logging source, without a suffix: "LumoApi/LumoApiMessageAndUrlConverter".
     std::string_view file;
     int line;
-    /// The message text. User text in it is as it came; control characters are not escaped.
+    /// The message text. Control characters of the texts that were filled in stand as `\u00xx`.
     std::string_view message;
   };
   using Handler = std::function<void(const Line&)>;

@@ -25,6 +25,7 @@ class LUMOAPI_EXPORT LumoApiKivaObject {
 class LUMOAPI_EXPORT LumoApiMessage {
  public:
   LumoApiMessage() = default;
+  // messageWithObject:andType:
   static LumoApiMessage messageWithObject(std::shared_ptr<LumoApiObject> object, std::int32_t type) {
     LumoApiMessage message;
     message.setObject(std::move(object));

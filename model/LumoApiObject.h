@@ -52,6 +52,8 @@ class LUMOAPI_EXPORT LumoApiObject {
  protected:
   LumoApiObject(const LumoApiObject&) = default;
   LumoApiObject& operator=(const LumoApiObject&) = default;
+  LumoApiObject(LumoApiObject&&) = default;
+  LumoApiObject& operator=(LumoApiObject&&) = default;
 
  private:
   std::optional<std::string> title_;

@@ -39,6 +39,8 @@ class LUMOAPI_EXPORT QueryKey {
  public:
   QueryKey(FixedWord word) noexcept : text_(Data::unowned(word.text())), isFixed_(true) {}
   QueryKey(std::string text) : text_(std::move(text)) {}
+  QueryKey(std::string_view text) : text_(Data::copy(text)) {}
+  QueryKey(const char* text) : QueryKey(std::string_view(text)) {}
 
   bool isFixed() const noexcept { return isFixed_; }
   explicit operator std::string_view() const noexcept { return text_.view(); }

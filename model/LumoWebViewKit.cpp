@@ -2,22 +2,30 @@
 
 #include <memory>
 #include <mutex>
+#include <new>
 #include <utility>
 
 namespace {
 
-std::mutex lock;
-std::shared_ptr<const LumoWebViewKit::Handler> registered;
+using HandlerPtr = std::shared_ptr<const LumoWebViewKit::Handler>;
 
-std::shared_ptr<const LumoWebViewKit::Handler> exchange(
-    std::shared_ptr<const LumoWebViewKit::Handler> handler) {
-  const std::lock_guard guard(lock);
-  return std::exchange(registered, std::move(handler));
+std::mutex lock;
+
+/// What the app registered. Never destroyed: objects that outlive main() may still handle URLs.
+HandlerPtr& registered() noexcept {
+  alignas(HandlerPtr) static unsigned char place[sizeof(HandlerPtr)];
+  static HandlerPtr& held = *new (place) HandlerPtr;
+  return held;
 }
 
-std::shared_ptr<const LumoWebViewKit::Handler> current() noexcept {
+HandlerPtr exchange(HandlerPtr handler) noexcept {
   const std::lock_guard guard(lock);
-  return registered;
+  return std::exchange(registered(), std::move(handler));
+}
+
+HandlerPtr current() noexcept {
+  const std::lock_guard guard(lock);
+  return registered();
 }
 
 }  // namespace

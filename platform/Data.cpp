@@ -45,16 +45,19 @@ Data Data::slice(std::size_t offset, std::size_t length) const noexcept {
 }
 
 void DataChain::append(Data piece) {
-  if (piece.empty()) return;
-  const std::size_t size = piece.size();
-  pieces_.push_back(std::move(piece));
-  size_ += size;
+  if (!piece.empty()) pieces_.push_back(std::move(piece));
+}
+
+std::size_t DataChain::size() const noexcept {
+  std::size_t total = 0;
+  for (const Data& piece : pieces_) total += piece.size();
+  return total;
 }
 
 Data DataChain::joined() const {
   if (pieces_.empty()) return {};
   if (pieces_.size() == 1) return pieces_.front();
-  DataBuffer buffer = Data::uninitialized(size_);
+  DataBuffer buffer = Data::uninitialized(size());
   std::uint8_t* out = buffer.bytes;
   for (const Data& piece : pieces_) out = std::copy(piece.begin(), piece.end(), out);
   return std::move(buffer.data);

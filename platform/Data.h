@@ -24,6 +24,19 @@ class LUMOAPI_EXPORT Data {
   /// Empty bytes (which differ from absent bytes, `std::nullopt`).
   Data() noexcept = default;
 
+  Data(const Data&) noexcept = default;
+  Data& operator=(const Data&) noexcept = default;
+  Data(Data&& other) noexcept
+      : owner_(std::move(other.owner_)),
+        bytes_(std::exchange(other.bytes_, nullptr)),
+        size_(std::exchange(other.size_, 0)) {}
+  Data& operator=(Data&& other) noexcept {
+    owner_ = std::move(other.owner_);
+    bytes_ = std::exchange(other.bytes_, nullptr);
+    size_ = std::exchange(other.size_, 0);
+    return *this;
+  }
+
   /// Takes the bytes over without copying them.
   explicit Data(std::vector<std::uint8_t>&& bytes);
   explicit Data(std::string&& bytes);
@@ -81,7 +94,7 @@ class LUMOAPI_EXPORT DataChain {
 
   void append(Data piece);
 
-  std::size_t size() const noexcept { return size_; }
+  std::size_t size() const noexcept;
   const std::vector<Data>& pieces() const noexcept { return pieces_; }
 
   /// The same bytes in one buffer; copies nothing when they lie in one already.
@@ -89,7 +102,6 @@ class LUMOAPI_EXPORT DataChain {
 
  private:
   std::vector<Data> pieces_;
-  std::size_t size_ = 0;
 };
 
 }  // namespace lumo

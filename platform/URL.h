@@ -24,8 +24,8 @@ class LUMOAPI_EXPORT URL {
   /// The same without a copy where nothing needs escaping.
   static std::optional<URL> parse(Data text);
 
-  /// The URL of a text that is known to be one: a scheme, a host and a path of these lengths with "://" after the first,
-  /// and nothing more than a query after them. The text is not looked at.
+  /// The URL of a text that is known to be one: a scheme, a host and a path of these lengths with "://" after
+  /// the first, and nothing more than a query after them. The text is not looked at.
   static URL composed(Data text, std::size_t schemeSize, std::size_t hostSize, std::size_t pathSize) noexcept;
 
   /// The whole text, as parsed and escaped: scheme, host, path, query and fragment with no decoding.

@@ -78,7 +78,8 @@ void require(std::string_view key, May may, Findings& findings, const Query& que
   if (key.empty() || (value && (may == May::BeEmpty || !value->empty()))) return;
   findings.warnings.add(codes::kMissingKey, key, [&] {
     const KeyInfo* info = keyInfo(key);
-    return std::string(value ? "empty" : "missing") + (info ? ": " + std::string(info->meaning) : "");
+    const std::string meaning = info ? " (" + std::string(info->meaning) + ")" : "";
+    return (value ? "must not be empty" : "must be there") + meaning;
   });
 }
 

@@ -1,5 +1,7 @@
 #include "model/RawQuery.h"
 
+#include "platform/Kernels.h"
+
 namespace lumo {
 
 namespace {
@@ -20,14 +22,11 @@ void forEachPiece(std::string_view text, const Visitor& visit) {
 bool RawQuery::empty() const noexcept { return text_.view().find('=') == std::string_view::npos; }
 
 std::optional<std::string_view> RawQuery::find(std::string_view key) const noexcept {
-  if (key.find('=') != std::string_view::npos) return std::nullopt;
-  std::optional<std::string_view> last;
-  forEachPiece(text_.view(), [&](std::string_view piece) {
-    if (piece.size() > key.size() && piece[key.size()] == '=' && piece.starts_with(key)) {
-      last = piece.substr(key.size() + 1);
-    }
-  });
-  return last;
+  if (key.find('=') != key.npos || key.find('&') != key.npos) return std::nullopt;
+  const std::string_view query = text_.view();
+  const std::size_t value = kernels::best().findValue(query, key);
+  if (value == query.npos) return std::nullopt;
+  return query.substr(value, query.substr(value).find('&'));
 }
 
 StringDictionary RawQuery::dictionary() const {

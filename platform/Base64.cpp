@@ -1,5 +1,7 @@
 #include "platform/Base64.h"
 
+#include "platform/KernelsPlain.h"
+
 #include <algorithm>
 #include <array>
 
@@ -7,28 +9,10 @@ namespace lumo {
 
 namespace {
 
-constexpr std::string_view kAlphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-constexpr std::uint8_t kNoDigit = 0xFF;
-
-constexpr auto kDigits = [] {
-  std::array<std::uint8_t, 256> digits{};
-  digits.fill(kNoDigit);
-  for (std::size_t i = 0; i < kAlphabet.size(); ++i) {
-    digits[static_cast<std::uint8_t>(kAlphabet[i])] = static_cast<std::uint8_t>(i);
-  }
-  return digits;
-}();
-
 // Writes bytes whose number is a multiple of 3.
 char* encodeGroups(std::span<const std::uint8_t> bytes, char* out) noexcept {
-  for (std::size_t at = 0; at < bytes.size(); at += 3, out += 4) {
-    const unsigned group = unsigned{bytes[at]} << 16 | unsigned{bytes[at + 1]} << 8 | unsigned{bytes[at + 2]};
-    out[0] = kAlphabet[group >> 18];
-    out[1] = kAlphabet[group >> 12 & 63];
-    out[2] = kAlphabet[group >> 6 & 63];
-    out[3] = kAlphabet[group & 63];
-  }
-  return out;
+  return bytes.size() < kernels::kWorthwhile ? kernels::plain::encodeBase64(bytes, out)
+                                             : kernels::best().encodeBase64(bytes, out);
 }
 
 // Writes the last bytes, up to two of them, with their padding.
@@ -36,28 +20,15 @@ char* encodeRest(std::span<const std::uint8_t> bytes, char* out) noexcept {
   if (bytes.empty()) return out;
   std::array<std::uint8_t, 3> group{};
   std::copy(bytes.begin(), bytes.end(), group.begin());
-  encodeGroups(group, out);
+  kernels::plain::encodeBase64(group, out);
   std::fill(out + bytes.size() + 1, out + 4, '=');
   return out + 4;
 }
 
 // Reads a text without padding whose length is a multiple of 4.
 bool decodeGroups(std::string_view text, std::uint8_t* out) noexcept {
-  const auto digit = [text](std::size_t at) -> unsigned {
-    return kDigits[static_cast<std::uint8_t>(text[at])];
-  };
-  unsigned seen = 0;
-  for (std::size_t at = 0; at < text.size(); at += 4, out += 3) {
-    const unsigned a = digit(at);
-    const unsigned b = digit(at + 1);
-    const unsigned c = digit(at + 2);
-    const unsigned d = digit(at + 3);
-    seen |= a | b | c | d;
-    out[0] = static_cast<std::uint8_t>(a << 2 | b >> 4);
-    out[1] = static_cast<std::uint8_t>(b << 4 | c >> 2);
-    out[2] = static_cast<std::uint8_t>(c << 6 | d);
-  }
-  return seen < kAlphabet.size();
+  return text.size() < kernels::kWorthwhile ? kernels::plain::decodeBase64(text, out)
+                                            : kernels::best().decodeBase64(text, out);
 }
 
 // How many of the last two characters are padding.
@@ -80,7 +51,7 @@ char* base64Encode(const DataChain& bytes, char* out) noexcept {
     std::span<const std::uint8_t> rest(piece.data(), piece.size());
     for (; held < group.size() && !rest.empty(); rest = rest.subspan(1)) group[held++] = rest[0];
     if (held == group.size()) {
-      out = encodeGroups(group, out);
+      out = kernels::plain::encodeBase64(group, out);
       held = 0;
     }
     const std::size_t whole = rest.size() - rest.size() % 3;
@@ -112,7 +83,7 @@ bool base64Decode(std::string_view text, std::uint8_t* out) noexcept {
   std::copy(text.begin() + static_cast<std::ptrdiff_t>(whole),
             text.end() - static_cast<std::ptrdiff_t>(padding), group.begin());
   std::array<std::uint8_t, 3> bytes{};
-  if (!decodeGroups({group.data(), group.size()}, bytes.data())) return false;
+  if (!kernels::plain::decodeBase64({group.data(), group.size()}, bytes.data())) return false;
   std::copy_n(bytes.begin(), bytes.size() - padding, out + whole / 4 * 3);
   return true;
 }

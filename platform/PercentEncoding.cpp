@@ -1,39 +1,38 @@
 #include "platform/PercentEncoding.h"
 
 #include "platform/AlphanumericRanges.h"
+#include "platform/KernelsPlain.h"
 #include "platform/Text.h"
 
 #include <algorithm>
-#include <array>
 #include <iterator>
 
 namespace lumo {
 
 namespace {
 
-constexpr std::uint8_t bit(CharacterSet set) noexcept {
-  return static_cast<std::uint8_t>(1U << static_cast<unsigned>(set));
-}
+using kernels::ASCIISet;
 
-// For each byte, the sets that keep it; a byte beyond ASCII is in none.
-constexpr auto kSetsOfByte = [] {
-  constexpr std::string_view kAlphanumerics =
-      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789";
-  std::array<std::uint8_t, 256> sets{};
-  const auto add = [&sets](char character, CharacterSet set) {
-    sets[static_cast<std::uint8_t>(character)] |= bit(set);
-  };
-  for (char c = 0;; ++c) {
-    add(c, CharacterSet::ASCII);
-    if (c == 0x7F) break;
-  }
-  for (const char c : kAlphanumerics) {
-    add(c, CharacterSet::Alphanumeric);
-    add(c, CharacterSet::QueryAllowed);
-  }
-  for (const char c : std::string_view("-._~!$&'()*+,;=:@/?")) add(c, CharacterSet::QueryAllowed);
-  return sets;
+constexpr ASCIISet kAlphanumeric("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789");
+
+constexpr ASCIISet kQueryAllowed = [] {
+  ASCIISet set = kAlphanumeric;
+  for (const char c : std::string_view("-._~!$&'()*+,;=:@/?")) set.add(c);
+  return set;
 }();
+
+constexpr ASCIISet kASCII = [] {
+  ASCIISet set;
+  for (char c = 0;; ++c) {
+    set.add(c);
+    if (c == 0x7F) return set;
+  }
+}();
+
+// For the two sets that have no character beyond ASCII.
+const ASCIISet& asciiOf(CharacterSet set) noexcept {
+  return set == CharacterSet::ASCII ? kASCII : kQueryAllowed;
+}
 
 bool isAlphanumericBeyondASCII(char32_t character) noexcept {
   const auto* range =
@@ -54,32 +53,37 @@ char32_t decoded(std::string_view character) noexcept {
   return value;
 }
 
-std::size_t keptRun(std::string_view text, CharacterSet kept) noexcept {
+// Cuts a valid text, in order, into its characters beyond ASCII that are alphanumeric and the pieces between.
+template <class Alphanumeric, class Between>
+void cut(std::string_view text, Alphanumeric alphanumeric, Between between) {
   std::size_t at = 0;
-  while (at < text.size() && (kSetsOfByte[static_cast<std::uint8_t>(text[at])] & bit(kept))) ++at;
-  return at;
-}
-
-// Cuts a valid text, in order, into pieces to keep and pieces to escape.
-template <class Keep, class Escape>
-void cut(std::string_view text, CharacterSet kept, Keep keep, Escape escape) {
-  while (!text.empty()) {
-    const std::size_t run = keptRun(text, kept);
-    if (run > 0) {
-      keep(text.substr(0, run));
-      text.remove_prefix(run);
+  while (at < text.size()) {
+    if (static_cast<std::uint8_t>(text[at]) < 0x80) {
+      ++at;
       continue;
     }
-    const bool maybeKept =
-        kept == CharacterSet::Alphanumeric && static_cast<std::uint8_t>(text.front()) >= 0x80;
-    const std::string_view character = maybeKept ? firstCharacter(text) : text.substr(0, 1);
-    if (maybeKept && isAlphanumericBeyondASCII(decoded(character))) {
-      keep(character);
-    } else {
-      escape(character);
+    const std::string_view character = firstCharacter(text.substr(at));
+    if (!isAlphanumericBeyondASCII(decoded(character))) {
+      at += character.size();
+      continue;
     }
-    text.remove_prefix(character.size());
+    between(text.substr(0, at));
+    alphanumeric(character);
+    text.remove_prefix(at + character.size());
+    at = 0;
   }
+  between(text);
+}
+
+std::size_t escapedSize(std::string_view text, const ASCIISet& kept) noexcept {
+  const std::size_t keptSize = text.size() < kernels::kWorthwhile ? kernels::plain::count(text, kept)
+                                                                  : kernels::best().count(text, kept);
+  return keptSize + 3 * (text.size() - keptSize);
+}
+
+char* escape(std::string_view text, const ASCIISet& kept, char* out) noexcept {
+  return text.size() < kernels::kWorthwhile ? kernels::plain::escape(text, kept, out)
+                                            : kernels::best().escape(text, kept, out);
 }
 
 // The value of a hexadecimal digit; 16 or more for any other character.
@@ -93,25 +97,19 @@ unsigned hexadecimalValue(char digit) noexcept {
 
 std::optional<std::size_t> percentEncodedSize(std::string_view text, CharacterSet kept) noexcept {
   if (!isValidUTF8(text)) return std::nullopt;
+  if (kept != CharacterSet::Alphanumeric) return escapedSize(text, asciiOf(kept));
   std::size_t size = 0;
   cut(
-      text, kept, [&size](std::string_view piece) { size += piece.size(); },
-      [&size](std::string_view piece) { size += 3 * piece.size(); });
+      text, [&size](std::string_view character) { size += character.size(); },
+      [&size](std::string_view piece) { size += escapedSize(piece, kAlphanumeric); });
   return size;
 }
 
 char* percentEncode(std::string_view text, CharacterSet kept, char* out) noexcept {
-  static constexpr std::string_view kDigits = "0123456789ABCDEF";
+  if (kept != CharacterSet::Alphanumeric) return escape(text, asciiOf(kept), out);
   cut(
-      text, kept, [&out](std::string_view piece) { out = std::copy(piece.begin(), piece.end(), out); },
-      [&out](std::string_view piece) {
-        for (const char c : piece) {
-          const auto byte = static_cast<std::uint8_t>(c);
-          *out++ = '%';
-          *out++ = kDigits[byte >> 4];
-          *out++ = kDigits[byte & 15];
-        }
-      });
+      text, [&out](std::string_view character) { out = std::copy(character.begin(), character.end(), out); },
+      [&out](std::string_view piece) { out = escape(piece, kAlphanumeric, out); });
   return out;
 }
 

@@ -1,8 +1,8 @@
 #include "platform/URL.h"
 
+#include "platform/KernelsPlain.h"
 #include "platform/PercentEncoding.h"
 
-#include <array>
 #include <cstdint>
 #include <utility>
 
@@ -10,61 +10,39 @@ namespace lumo {
 
 namespace {
 
+using kernels::ASCIISet;
+using kernels::kHexadecimal;
+
 // Where a character may stand; a percent escape may stand in every component but the scheme and the port.
-enum CharacterClass : std::uint8_t {
-  kDigit = 1 << 0,
-  kLetter = 1 << 1,
-  kHexadecimal = 1 << 2,
-  kInScheme = 1 << 3,
-  kInHost = 1 << 4,
-  kInUserInfo = 1 << 5,
-  kInPath = 1 << 6,
-  kInQuery = 1 << 7,  // and in the fragment
-};
-
-constexpr auto kClasses = [] {
-  constexpr std::string_view kDigits = "0123456789";
-  constexpr std::string_view kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
-  std::array<std::uint8_t, 256> classes{};
-  const auto add = [&classes](std::string_view characters, int added) {
-    for (const char c : characters) classes[static_cast<std::uint8_t>(c)] |= static_cast<std::uint8_t>(added);
-  };
-  constexpr int kEverywhere = kInHost | kInUserInfo | kInPath | kInQuery;
-  add(kDigits, kDigit | kHexadecimal | kInScheme | kEverywhere);
-  add(kLetters, kLetter | kInScheme | kEverywhere);
-  add("ABCDEFabcdef", kHexadecimal);
-  add("+-.", kInScheme);
-  add("-._~!$&'()*+,;=", kEverywhere);
-  add(":", kInUserInfo | kInPath | kInQuery);
-  add("@", kInPath | kInQuery);
-  add("/", kInPath | kInQuery);
-  add("?", kInQuery);
-  return classes;
-}();
-
-bool isIn(char character, CharacterClass expected) noexcept {
-  return (kClasses[static_cast<std::uint8_t>(character)] & expected) != 0;
+constexpr ASCIISet with(ASCIISet set, std::string_view characters) noexcept {
+  for (const char c : characters) set.add(c);
+  return set;
 }
 
-// The length of the longest beginning of the text that has only characters of the class.
-std::size_t run(std::string_view text, CharacterClass expected) noexcept {
+constexpr ASCIISet kDigit("0123456789");
+constexpr ASCIISet kLetter("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz");
+constexpr ASCIISet kAlphanumeric = with(kLetter, "0123456789");
+constexpr ASCIISet kInScheme = with(kAlphanumeric, "+-.");
+constexpr ASCIISet kInHost = with(kAlphanumeric, "-._~!$&'()*+,;=");
+constexpr ASCIISet kInUserInfo = with(kInHost, ":");
+constexpr ASCIISet kInPath = with(kInUserInfo, "@/");
+constexpr ASCIISet kInQuery = with(kInPath, "?");  // and in the fragment
+
+// The length of the longest beginning of the text that has only characters of the set.
+std::size_t run(std::string_view text, const ASCIISet& set) noexcept {
   std::size_t at = 0;
-  while (at < text.size() && isIn(text[at], expected)) ++at;
+  while (at < text.size() && set.contains(text[at])) ++at;
   return at;
 }
 
-bool startsWithEscape(std::string_view text) noexcept {
-  return text.size() >= 3 && text[0] == '%' && isIn(text[1], kHexadecimal) && isIn(text[2], kHexadecimal);
+// The length of the longest beginning that has only characters of the set and percent escapes.
+std::size_t escapedRun(std::string_view text, const ASCIISet& set) noexcept {
+  return text.size() < kernels::kWorthwhile ? kernels::plain::escapedRun(text, set)
+                                            : kernels::best().escapedRun(text, set);
 }
 
-// The length of the longest beginning that has only characters of the class and percent escapes.
-std::size_t escapedRun(std::string_view text, CharacterClass expected) noexcept {
-  std::size_t at = run(text, expected);
-  while (startsWithEscape(text.substr(at))) {
-    at += 3;
-    at += run(text.substr(at), expected);
-  }
-  return at;
+bool startsBeyondASCII(std::string_view text) noexcept {
+  return !text.empty() && static_cast<std::uint8_t>(text.front()) >= 0x80;
 }
 
 bool isDecimalByte(std::string_view text) noexcept {
@@ -127,9 +105,15 @@ class URL::Parser {
 
   std::optional<URL> parse() {
     parseScheme();
-    if (!parseAuthority() || !escapeRest() || !parsePath()) return std::nullopt;
-    parseQueryAndFragment();
-    if (!rest().empty()) return std::nullopt;
+    if (!parseAuthority()) return std::nullopt;
+    const std::size_t path = at_;
+    parsePathQueryAndFragment();
+    if (startsBeyondASCII(rest())) {
+      at_ = path;
+      if (!escapeRest()) return std::nullopt;
+      parsePathQueryAndFragment();
+    }
+    if (!rest().empty() || !isPathAllowed()) return std::nullopt;
     return std::move(url_);
   }
 
@@ -142,8 +126,8 @@ class URL::Parser {
   bool parseAuthority() noexcept;
   bool parseHost() noexcept;
   bool escapeRest();
-  bool parsePath() noexcept;
-  void parseQueryAndFragment() noexcept;
+  void parsePathQueryAndFragment() noexcept;
+  bool isPathAllowed() const noexcept;
 
   URL url_;
   std::size_t at_ = 0;
@@ -151,7 +135,8 @@ class URL::Parser {
 
 void URL::Parser::parseScheme() noexcept {
   const std::size_t length = run(rest(), kInScheme);
-  const bool isScheme = length > 0 && isIn(rest().front(), kLetter) && rest().substr(length).starts_with(':');
+  const bool isScheme =
+      length > 0 && kLetter.contains(rest().front()) && rest().substr(length).starts_with(':');
   if (!isScheme) return;
   url_.scheme_ = take(length);
   ++at_;
@@ -184,21 +169,14 @@ bool URL::Parser::parseHost() noexcept {
 bool URL::Parser::escapeRest() {
   const auto size = percentEncodedSize(rest(), CharacterSet::ASCII);
   if (!size) return false;
-  if (*size == rest().size()) return true;
   DataBuffer escaped = Data::uninitialized(at_ + *size);
   percentEncode(url_.text_.view(), CharacterSet::ASCII, reinterpret_cast<char*>(escaped.bytes));
   url_.text_ = std::move(escaped.data);
   return true;
 }
 
-bool URL::Parser::parsePath() noexcept {
+void URL::Parser::parsePathQueryAndFragment() noexcept {
   url_.path_ = take(escapedRun(rest(), kInPath));
-  // Without a scheme, a ":" in the first segment would make the text before it one.
-  const std::string_view path = url_.path();
-  return url_.scheme() || path.find(':') >= path.find('/');
-}
-
-void URL::Parser::parseQueryAndFragment() noexcept {
   if (nextIs('?')) {
     ++at_;
     url_.query_ = take(escapedRun(rest(), kInQuery));
@@ -207,6 +185,12 @@ void URL::Parser::parseQueryAndFragment() noexcept {
     ++at_;
     url_.fragment_ = take(escapedRun(rest(), kInQuery));
   }
+}
+
+// Without a scheme, a ":" in the first segment would make the text before it one.
+bool URL::Parser::isPathAllowed() const noexcept {
+  const std::string_view path = url_.path();
+  return url_.scheme() || path.find(':') >= path.find('/');
 }
 
 std::optional<URL> URL::parse(std::string_view text) { return parse(Data::copy(text)); }

@@ -1,0 +1,19 @@
+#!/bin/sh
+# Runs the tests of the NEON kernels under an emulator, on a machine of any kind with the Debian packages
+# g++-aarch64-linux-gnu, qemu-user and googletest.
+set -eu
+cd "$(dirname "$0")/.."
+build=${1:-build/neon}
+googletest=/usr/src/googletest/googletest
+mkdir -p "$build"
+
+# Linked statically, the program needs no libraries of that machine; only the project's own files are held to
+# its warnings.
+aarch64-linux-gnu-g++ -std=c++20 -O1 -c -I "$googletest/include" -I "$googletest" \
+  "$googletest/src/gtest-all.cc" -o "$build/gtest-all.o"
+aarch64-linux-gnu-g++ -std=c++20 -O1 -c -I "$googletest/include" -I "$googletest" \
+  "$googletest/src/gtest_main.cc" -o "$build/gtest_main.o"
+aarch64-linux-gnu-g++ -std=c++20 -O2 -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -static \
+  -I . -isystem "$googletest/include" platform/Kernels*.cpp tests/platform/KernelsTest.cpp \
+  "$build/gtest-all.o" "$build/gtest_main.o" -o "$build/kernels_tests"
+qemu-aarch64 "$build/kernels_tests"

@@ -1,0 +1,196 @@
+#include "platform/Kernels.h"
+
+#if defined(__x86_64__)
+
+#include <immintrin.h>
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+
+// kindsHere() in Kernels.cpp asks the processor for these.
+#if defined(__clang__)
+#pragma clang attribute push(__attribute__((target("avx2,bmi,bmi2,popcnt"))), apply_to = function)
+#else
+#pragma GCC push_options
+#pragma GCC target("avx2,bmi,bmi2,popcnt")
+#endif
+
+#include "platform/KernelsVector.h"
+
+namespace lumo::kernels {
+
+namespace {
+
+// Three tables of 32 bytes that spread 32 digits over their escapes, in the place `offset` of each "%HL"; an
+// index with the topmost bit gives 0. A lookup sees 16 of the digits.
+constexpr auto spread(std::size_t offset) noexcept {
+  std::array<std::uint8_t, 96> indexes{};
+  indexes.fill(0x80);
+  for (std::size_t i = 0; i < 32; ++i) indexes[3 * i + offset] = static_cast<std::uint8_t>(i % 16);
+  return indexes;
+}
+
+constexpr auto kSpreadHigh = spread(1);
+constexpr auto kSpreadLow = spread(2);
+
+constexpr auto kPercents = [] {
+  std::array<std::uint8_t, 96> bytes{};
+  for (std::size_t i = 0; i < bytes.size(); i += 3) bytes[i] = '%';
+  return bytes;
+}();
+
+__m128i load16(const void* at) noexcept { return _mm_loadu_si128(static_cast<const __m128i*>(at)); }
+
+struct AVX2 {
+  using Bytes = __m256i;
+  using Bits = std::uint32_t;
+  static constexpr std::size_t kSize = 32;
+  static constexpr std::size_t kLeast = kSize;
+  static constexpr int kBits = 1;
+
+  static Bytes load(const void* at) noexcept { return _mm256_loadu_si256(static_cast<const __m256i*>(at)); }
+
+  static Bytes loadPart(const void* at, std::size_t size) noexcept {
+    char bytes[kSize] = {};
+    std::memcpy(bytes, at, size);
+    return load(bytes);
+  }
+
+  static void store(Bytes bytes, void* at) noexcept { _mm256_storeu_si256(static_cast<__m256i*>(at), bytes); }
+
+  static Bytes fill(std::uint8_t byte) noexcept { return _mm256_set1_epi8(static_cast<char>(byte)); }
+  static Bytes table(const Table& table) noexcept {
+    return _mm256_broadcastsi128_si256(load16(table.data()));
+  }
+  static Bytes lookUp(Bytes table, Bytes index) noexcept { return _mm256_shuffle_epi8(table, index); }
+  // An index with its topmost bit set gives 0, and its next three bits do not matter.
+  static Bytes row(Bytes rows, Bytes bytes) noexcept { return lookUp(rows, bytes); }
+  static Bytes low(Bytes bytes) noexcept { return bytes & fill(15); }
+  static Bytes high(Bytes bytes) noexcept { return _mm256_srli_epi16(bytes, 4) & fill(15); }
+  static Bytes minus(Bytes a, Bytes b) noexcept { return _mm256_subs_epu8(a, b); }
+
+  static Bits topBits(Bytes bytes) noexcept { return static_cast<Bits>(_mm256_movemask_epi8(bytes)); }
+  static Bits meet(Bytes a, Bytes b) noexcept { return ~topBits(_mm256_cmpeq_epi8(a & b, fill(0))); }
+  static Bits equal(Bytes bytes, std::uint8_t byte) noexcept {
+    return topBits(_mm256_cmpeq_epi8(bytes, fill(byte)));
+  }
+  static Bits continuations(Bytes bytes) noexcept { return topBits(_mm256_cmpgt_epi8(fill(0xC0), bytes)); }
+  static Bits atLeast(Bytes bytes, std::uint8_t least) noexcept {
+    return topBits(_mm256_cmpeq_epi8(_mm256_max_epu8(bytes, fill(least)), bytes));
+  }
+
+  static void escapeAll(Bytes bytes, char* out) noexcept {
+    const Bytes digits = table(kUpperDigits);
+    const Bytes highs = lookUp(digits, high(bytes)), lows = lookUp(digits, low(bytes));
+    // A third of the result stands for the lower 16 bytes, the next for both, the last for the upper.
+    escapeThird(0, _mm256_permute2x128_si256(highs, highs, 0x00), _mm256_permute2x128_si256(lows, lows, 0x00),
+                out);
+    escapeThird(32, highs, lows, out);
+    escapeThird(64, _mm256_permute2x128_si256(highs, highs, 0x11),
+                _mm256_permute2x128_si256(lows, lows, 0x11), out);
+  }
+
+  static void escapeThird(std::size_t at, Bytes highs, Bytes lows, char* out) noexcept {
+    store(load(&kPercents[at]) | lookUp(highs, load(&kSpreadHigh[at])) | lookUp(lows, load(&kSpreadLow[at])),
+          out + at);
+  }
+
+  using Edge = BufferedEdge<AVX2>;
+};
+
+// What to add to a base64 digit's value for its character. Entry 0 is for values that are no less than 26 and
+// no more than 51, entry 13 for those less than 26; above 51 a value's entry is the value less 51.
+constexpr Table kToCharacter = [] {
+  Table table{};
+  table[0] = 'a' - 26;
+  for (std::size_t i = 1; i <= 10; ++i) table[i] = static_cast<std::uint8_t>('0' - 52);
+  table[11] = static_cast<std::uint8_t>('+' - 62);
+  table[12] = static_cast<std::uint8_t>('/' - 63);
+  table[13] = 'A';
+  return table;
+}();
+
+// Puts the three bytes a b c of each group into the four bytes b a c b: then each digit's bits lie together
+// in one of the two 16-bit numbers.
+constexpr Table kGroups = {1, 0, 2, 1, 4, 3, 5, 4, 7, 6, 8, 7, 10, 9, 11, 10};
+
+__m256i digitsOf(__m256i groups) noexcept {
+  // A product's upper half is a shift to the right, and its lower half one to the left, by a distance of its
+  // own for each 16-bit number.
+  const __m256i first =
+      _mm256_mulhi_epu16(groups & _mm256_set1_epi32(0x0FC0FC00), _mm256_set1_epi32(1 << 26 | 1 << 6));
+  const __m256i second =
+      _mm256_mullo_epi16(groups & _mm256_set1_epi32(0x003F03F0), _mm256_set1_epi32(1 << 24 | 1 << 4));
+  return first | second;
+}
+
+char* encodeBase64(std::span<const std::uint8_t> bytes, char* out) noexcept {
+  constexpr std::size_t kStep = 24, kRead = 28;  // the second load reads four bytes too many
+  const __m256i shuffle = AVX2::table(kGroups), toCharacter = AVX2::table(kToCharacter);
+  std::size_t at = 0;
+  for (; bytes.size() - at >= kRead; at += kStep, out += AVX2::kSize) {
+    const std::uint8_t* from = bytes.data() + at;
+    const __m256i halves =
+        _mm256_inserti128_si256(_mm256_castsi128_si256(load16(from)), load16(from + 12), 1);
+    const __m256i digits = digitsOf(_mm256_shuffle_epi8(halves, shuffle));
+    const __m256i isUpper = _mm256_cmpgt_epi8(AVX2::fill(26), digits);
+    const __m256i entry = AVX2::minus(digits, AVX2::fill(51)) | (isUpper & AVX2::fill(13));
+    AVX2::store(_mm256_add_epi8(digits, AVX2::lookUp(toCharacter, entry)), out);
+  }
+  return kPlain.encodeBase64(bytes.subspan(at), out);
+}
+
+// What to add to a base64 character for its value, by its upper nibble; "/" has entry 1 to itself.
+constexpr Table kToDigit = {0,
+                            static_cast<std::uint8_t>(63 - '/'),
+                            62 - '+',
+                            52 - '0',
+                            static_cast<std::uint8_t>(-'A'),
+                            static_cast<std::uint8_t>(-'A'),
+                            static_cast<std::uint8_t>(26 - 'a'),
+                            static_cast<std::uint8_t>(26 - 'a')};
+
+constexpr ASCIISet kBase64(kBase64Alphabet);
+
+// The 24 bytes that 32 digits stand for, and 8 bytes of 0.
+__m256i bytesOf(__m256i digits) noexcept {
+  const __m256i pairs = _mm256_maddubs_epi16(digits, _mm256_set1_epi16(1 << 8 | 1 << 6));
+  const __m256i groups = _mm256_madd_epi16(pairs, _mm256_set1_epi32(1 << 16 | 1 << 12));
+  constexpr Table kDense = {2, 1, 0, 6, 5, 4, 10, 9, 8, 14, 13, 12, 0x80, 0x80, 0x80, 0x80};
+  const __m256i halves = _mm256_shuffle_epi8(groups, AVX2::table(kDense));
+  return _mm256_permutevar8x32_epi32(halves, _mm256_setr_epi32(0, 1, 2, 4, 5, 6, 3, 7));
+}
+
+bool decodeBase64(std::string_view text, std::uint8_t* out) noexcept {
+  constexpr std::size_t kStep = 24, kNeeded = AVX2::kSize + 12;  // the store writes eight bytes too many
+  const __m256i rows = AVX2::table(kBase64.rows), toDigit = AVX2::table(kToDigit);
+  const __m256i powers = AVX2::table(kPowersOfTwo);
+  __m256i bad = AVX2::fill(0);
+  std::size_t at = 0;
+  for (; text.size() - at >= kNeeded; at += AVX2::kSize, out += kStep) {
+    const __m256i characters = AVX2::load(text.data() + at);
+    const __m256i high = AVX2::high(characters);
+    const __m256i found = AVX2::row(rows, characters) & AVX2::lookUp(powers, high);
+    bad = bad | _mm256_cmpeq_epi8(found, AVX2::fill(0));
+    const __m256i isSlash = _mm256_cmpeq_epi8(characters, AVX2::fill('/'));  // -1 there
+    const __m256i toAdd = AVX2::lookUp(toDigit, _mm256_add_epi8(high, isSlash));
+    AVX2::store(bytesOf(_mm256_add_epi8(characters, toAdd)), out);
+  }
+  return AVX2::topBits(bad) == 0 && kPlain.decodeBase64(text.substr(at), out);
+}
+
+}  // namespace
+
+constinit const Kernels kAVX2 = {"AVX2",           encodeBase64, decodeBase64, utf16Length<AVX2>,
+                                 escapedRun<AVX2>, count<AVX2>,  escape<AVX2>, findValue<AVX2>};
+
+}  // namespace lumo::kernels
+
+#if defined(__clang__)
+#pragma clang attribute pop
+#else
+#pragma GCC pop_options
+#endif
+
+#endif

@@ -1,0 +1,148 @@
+#pragma once
+
+#include "platform/Kernels.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <span>
+#include <string_view>
+
+/// The kernels for machines without a known vector unit, and for short texts on all machines.
+namespace lumo::kernels::plain {
+
+inline std::uint8_t byteAt(std::string_view text, std::size_t at) noexcept {
+  return static_cast<std::uint8_t>(text[at]);
+}
+
+inline constexpr std::uint8_t kNoDigit = 0xFF;
+
+inline constexpr auto kDigits = [] {
+  std::array<std::uint8_t, 256> digits{};
+  digits.fill(kNoDigit);
+  for (std::size_t i = 0; i < kBase64Alphabet.size(); ++i) {
+    digits[static_cast<std::uint8_t>(kBase64Alphabet[i])] = static_cast<std::uint8_t>(i);
+  }
+  return digits;
+}();
+
+inline char* encodeBase64(std::span<const std::uint8_t> bytes, char* out) noexcept {
+  for (std::size_t at = 0; at < bytes.size(); at += 3, out += 4) {
+    const unsigned group = unsigned{bytes[at]} << 16 | unsigned{bytes[at + 1]} << 8 | unsigned{bytes[at + 2]};
+    out[0] = kBase64Alphabet[group >> 18];
+    out[1] = kBase64Alphabet[group >> 12 & 63];
+    out[2] = kBase64Alphabet[group >> 6 & 63];
+    out[3] = kBase64Alphabet[group & 63];
+  }
+  return out;
+}
+
+inline bool decodeBase64(std::string_view text, std::uint8_t* out) noexcept {
+  const auto digit = [text](std::size_t at) -> unsigned { return kDigits[byteAt(text, at)]; };
+  unsigned seen = 0;
+  for (std::size_t at = 0; at < text.size(); at += 4, out += 3) {
+    const unsigned a = digit(at);
+    const unsigned b = digit(at + 1);
+    const unsigned c = digit(at + 2);
+    const unsigned d = digit(at + 3);
+    seen |= a | b | c | d;
+    out[0] = static_cast<std::uint8_t>(a << 2 | b >> 4);
+    out[1] = static_cast<std::uint8_t>(b << 4 | c >> 2);
+    out[2] = static_cast<std::uint8_t>(c << 6 | d);
+  }
+  return seen < kBase64Alphabet.size();
+}
+
+inline bool isContinuation(std::string_view text, std::size_t at) noexcept {
+  return at < text.size() && (byteAt(text, at) & 0xC0) == 0x80;
+}
+
+/// Whether the second byte lies in the range that its first byte leaves: the values outside would be overlong
+/// forms (E0, F0), surrogates (ED) or lie past U+10FFFF (F4).
+inline bool isSecondByte(std::string_view text) noexcept {
+  if (!isContinuation(text, 1)) return false;
+  const std::uint8_t second = byteAt(text, 1);
+  switch (byteAt(text, 0)) {
+    case 0xE0:
+      return second >= 0xA0;
+    case 0xED:
+      return second < 0xA0;
+    case 0xF0:
+      return second >= 0x90;
+    case 0xF4:
+      return second < 0x90;
+    default:
+      return true;
+  }
+}
+
+/// The length of the well-formed character that a text which is not empty begins with; 0 where there is none.
+inline std::size_t characterLength(std::string_view text) noexcept {
+  const std::uint8_t first = byteAt(text, 0);
+  if (first < 0x80) return 1;
+  if (first < 0xC2 || first > 0xF4 || !isSecondByte(text)) return 0;
+  if (first < 0xE0) return 2;
+  if (!isContinuation(text, 2)) return 0;
+  if (first < 0xF0) return 3;
+  return isContinuation(text, 3) ? 4 : 0;
+}
+
+inline std::size_t asciiRun(std::string_view text) noexcept {
+  constexpr std::uint64_t kHighBits = 0x8080808080808080;
+  std::size_t at = 0;
+  for (std::uint64_t word = 0; text.size() - at >= sizeof word; at += sizeof word) {
+    std::memcpy(&word, text.data() + at, sizeof word);
+    if (word & kHighBits) break;
+  }
+  while (at < text.size() && byteAt(text, at) < 0x80) ++at;
+  return at;
+}
+
+inline std::size_t utf16Length(std::string_view text) noexcept {
+  std::size_t units = 0;
+  for (;;) {
+    const std::size_t ascii = asciiRun(text);
+    units += ascii;
+    text.remove_prefix(ascii);
+    if (text.empty()) return units;
+    const std::size_t length = characterLength(text);
+    if (length == 0) return kNotUTF8;
+    units += length == 4 ? 2 : 1;
+    text.remove_prefix(length);
+  }
+}
+
+inline bool startsWithEscape(std::string_view text) noexcept {
+  return text.size() >= 3 && text[0] == '%' && kHexadecimal.contains(text[1]) &&
+         kHexadecimal.contains(text[2]);
+}
+
+inline std::size_t escapedRun(std::string_view text, const ASCIISet& set) noexcept {
+  for (std::size_t at = 0;;) {
+    while (at < text.size() && set.contains(text[at])) ++at;
+    if (!startsWithEscape(text.substr(at))) return at;
+    at += 3;
+  }
+}
+
+inline std::size_t count(std::string_view text, const ASCIISet& set) noexcept {
+  std::size_t found = 0;
+  for (const char c : text) found += set.contains(c);
+  return found;
+}
+
+char* escape(std::string_view text, const ASCIISet& kept, char* out) noexcept;
+
+inline std::size_t findValue(std::string_view query, std::string_view key) noexcept {
+  std::size_t found = query.npos;
+  for (std::size_t piece = 0;;) {
+    const std::string_view rest = query.substr(piece);
+    if (rest.starts_with(key) && rest.substr(key.size()).starts_with('=')) found = piece + key.size() + 1;
+    const std::size_t separator = rest.find('&');
+    if (separator == rest.npos) return found;
+    piece += separator + 1;
+  }
+}
+
+}  // namespace lumo::kernels::plain

@@ -65,15 +65,14 @@ using Text = std::optional<std::string>;
 
 namespace {
 
-/// Runs a staging step and hands its record over.
+/// Runs a staging step and hands its record over; false where that could not be done.
 template <class Step>
-void staged(const Step& step) noexcept {
-  try {
-    lumo::Conversion conversion;
-    step(conversion);
-    if (conversion.staged) LumoApiDatastore::instance().setApiLargeData(std::move(conversion.staged));
-  } catch (...) {  // memory is exhausted: nothing is staged
-  }
+bool staged(const Step& step) noexcept try {
+  lumo::Conversion conversion;
+  step(conversion);
+  return !conversion.staged || LumoApiDatastore::instance().setApiLargeData(std::move(conversion.staged));
+} catch (...) {  // memory is exhausted: nothing is staged
+  return false;
 }
 
 }  // namespace
@@ -88,17 +87,17 @@ LumoApiLargeDataPtr LumoApiMessageAndUrlConverter::setupDataWith(const Bytes& pr
 }
 
 // setPasteBoardPrevImageData:filedata:dataArray:kivaData:
-void LumoApiMessageAndUrlConverter::setPasteBoardPrevImageData(const Bytes& prevImageData,
+bool LumoApiMessageAndUrlConverter::setPasteBoardPrevImageData(const Bytes& prevImageData,
                                                                const Bytes& filedata, const List& dataArray,
                                                                const Text& kivaData) noexcept {
   const LargeDataParts parts{&prevImageData, &filedata, &dataArray, &kivaData};
-  staged([&parts](lumo::Conversion& conversion) { lumo::stage(parts, conversion); });
+  return staged([&parts](lumo::Conversion& conversion) { lumo::stage(parts, conversion); });
 }
 
 // setLargeDataWith:filedata:dataArray:kivaData:toDic:
-void LumoApiMessageAndUrlConverter::setLargeDataWith(const Bytes& prevImageData, const Bytes& filedata,
+bool LumoApiMessageAndUrlConverter::setLargeDataWith(const Bytes& prevImageData, const Bytes& filedata,
                                                      const List& dataArray, const Text& kivaData,
                                                      LumoApiQueryDictionary& dic) noexcept {
   const LargeDataParts parts{&prevImageData, &filedata, &dataArray, &kivaData};
-  staged([&](lumo::Conversion& conversion) { lumo::stageByLocation(parts, dic, conversion); });
+  return staged([&](lumo::Conversion& conversion) { lumo::stageByLocation(parts, dic, conversion); });
 }

@@ -3,6 +3,7 @@
 #include "LumoApi/LumoApiRefusal.h"
 #include "LumoApi/LumoApiURLDecoder.h"
 #include "LumoApi/LumoApiURLEncoder.h"
+#include "model/LumoApiDatastore.h"
 #include "model/LumoApiModel.h"
 #include "model/LumoApiQueryDictionary.h"
 #include "platform/Data.h"
@@ -86,20 +87,20 @@ class LUMOAPI_EXPORT LumoApiMessageAndUrlConverter {
   // null. The limits of title and description are urlWithMessage()'s and not checked here.
 
   static std::optional<lumo::URL> urlWithTextObject(const LumoApiTextObject& object, std::int32_t type,
-                                                    const LumoApiKivaObject* kivaObj) noexcept;
+                                                    const LumoApiKivaObject* kivaObj = nullptr) noexcept;
   static std::optional<lumo::URL> urlWithURLObject(const LumoApiURLObject& object, std::int32_t type,
-                                                   const LumoApiKivaObject* kivaObj) noexcept;
-  static std::optional<lumo::URL> urlWithCommonContentObject(const LumoApiCommonContentObject& object,
-                                                             std::int32_t type,
-                                                             const LumoApiKivaObject* kivaObj) noexcept;
+                                                   const LumoApiKivaObject* kivaObj = nullptr) noexcept;
+  static std::optional<lumo::URL> urlWithCommonContentObject(
+      const LumoApiCommonContentObject& object, std::int32_t type,
+      const LumoApiKivaObject* kivaObj = nullptr) noexcept;
   static std::optional<lumo::URL> urlWithExtendObject(const LumoApiExtendObject& object, std::int32_t type,
-                                                      const LumoApiKivaObject* kivaObj) noexcept;
+                                                      const LumoApiKivaObject* kivaObj = nullptr) noexcept;
   static std::optional<lumo::URL> urlWithImageObject(const LumoApiImageObject& object, std::int32_t type,
-                                                     const LumoApiKivaObject* kivaObj) noexcept;
+                                                     const LumoApiKivaObject* kivaObj = nullptr) noexcept;
   static std::optional<lumo::URL> urlWithWebImageObject(const LumoApiWebImageObject& object,
                                                         std::int32_t type) noexcept;
   static std::optional<lumo::URL> urlWithFileObject(const LumoApiFileObject& object, std::int32_t type,
-                                                    const LumoApiKivaObject* kivaObj) noexcept;
+                                                    const LumoApiKivaObject* kivaObj = nullptr) noexcept;
   static std::optional<lumo::URL> urlWithImageObjectForAvatar(LumoApiImageForLumoAvatarObject& object,
                                                               std::int32_t type) noexcept;
   static std::optional<lumo::URL> urlWithVideoObjectForAvatar(const LumoApiVideoForLumoAvatarObject& object,
@@ -162,14 +163,16 @@ class LUMOAPI_EXPORT LumoApiMessageAndUrlConverter {
                                            const std::optional<lumo::Data>& filedata,
                                            const std::optional<std::vector<lumo::Data>>& dataArray,
                                            const std::optional<std::string>& kivaData) noexcept;
-  /// Hands the record of these parts to the datastore; an empty one is not handed over.
-  static void setPasteBoardPrevImageData(const std::optional<lumo::Data>& prevImageData,
+  /// Hands the record of these parts to the datastore; an empty one is not handed over. False where it could
+  /// not be: the pasteboard did not take it, or memory is exhausted.
+  static bool setPasteBoardPrevImageData(const std::optional<lumo::Data>& prevImageData,
                                          const std::optional<lumo::Data>& filedata,
                                          const std::optional<std::vector<lumo::Data>>& dataArray,
                                          const std::optional<std::string>& kivaData) noexcept;
   /// Where the query's "objectlocation" is "url", writes the archived record into the query under
-  /// "pasteboard" (empty for an empty record); hands it to the datastore otherwise.
-  static void setLargeDataWith(const std::optional<lumo::Data>& prevImageData,
+  /// "pasteboard" (empty for an empty record); hands it to the datastore otherwise. False where that could
+  /// not be done.
+  static bool setLargeDataWith(const std::optional<lumo::Data>& prevImageData,
                                const std::optional<lumo::Data>& filedata,
                                const std::optional<std::vector<lumo::Data>>& dataArray,
                                const std::optional<std::string>& kivaData,

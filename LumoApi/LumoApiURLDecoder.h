@@ -17,6 +17,8 @@ class LUMOAPI_EXPORT LumoApiURLDecoder {
   /// Null for a null URL; every other URL can be split.
   static std::optional<LumoApiURLDecoder> decoderWithUrl(const std::optional<lumo::URL>& url) noexcept;
 
+  // The setters copy their text; where memory does not suffice they throw std::bad_alloc and change nothing.
+
   /// Null scheme, host and path, and an empty query.
   LumoApiURLDecoder() noexcept = default;
 

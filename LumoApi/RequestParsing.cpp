@@ -25,15 +25,7 @@ class Record {
 
   std::optional<std::vector<Data>> list(RecordKey key) const {
     const Value* value = find(key);
-    const Value::Array* array = value ? value->asArray() : nullptr;
-    if (!array) return std::nullopt;
-    std::vector<Data> list;
-    list.reserve(array->size());
-    for (const Value& element : *array) {
-      if (!element.asData()) return std::nullopt;
-      list.push_back(*element.asData());
-    }
-    return list;
+    return value ? listOf<Data>(*value) : std::nullopt;
   }
 
   const LumoApiLargeData* whole() const noexcept { return held_.get(); }

@@ -80,7 +80,7 @@ void setCommonKeys(LumoApiQueryDictionary& query, std::int32_t type, const Store
   } else if (type == 4) {
     query.set(keys::kMessageType, QueryValue::fixed("responsefromapp"));
   }
-  if (store->openId) query.set(keys::kOpenId, textOf(store, *store->openId));
+  setStoreText(query, keys::kOpenId, store, store->openId);
   if (store->uin && !store->uin->isNull()) query.set(keys::kUin, QueryValue::number(*store->uin));
   if (store->isLumoSupportApiGeneralPastboard) query.set(keys::kGeneralPasteboard, QueryValue::fixed("1"));
   if (const auto object = LumoApiCurrentObject::get()) {
@@ -88,18 +88,39 @@ void setCommonKeys(LumoApiQueryDictionary& query, std::int32_t type, const Store
   }
 }
 
+namespace {
+
+/// The member that is no UTF-8 text, of those that are sent as they are.
+std::string_view memberWithoutUTF8(const LumoApiQueryDictionary& query) noexcept {
+  constexpr std::pair<std::string_view, std::string_view> kPlainMembers[] = {
+      {keys::kCallbackName, "scheme"}, {keys::kOpenId, "openId"},       {keys::kUin, "uin"},
+      {keys::kAppId, "appId"},         {keys::kFileName, "fileName"},   {keys::kServiceId, "serviceID"},
+      {keys::kUnionId, "unionID"},     {keys::kMiniAppId, "miniAppID"},
+  };
+  for (const auto& [key, member] : kPlainMembers) {
+    const QueryValue* value = query.find(key);
+    if (value && !value->encodedSize()) return member;
+  }
+  return "query";  // an entry of a caller's own
+}
+
+}  // namespace
+
 Result<URL> route(const Destination& destination, LumoApiQueryDictionary& query, const Conversion& conversion,
                   std::uint64_t shareDestType) {
   if (destination.commonKeys) setCommonKeys(query, conversion.type, conversion.store);
   std::optional<URL> url = launchURL(destination, shareDestType, query);
-  if (!url) return refused(LumoApiRefusal::Code::NotUTF8, "query", kSilent);
+  if (!url) return refused(LumoApiRefusal::Code::NotUTF8, memberWithoutUTF8(query), kSilent);
   return *std::move(url);
 }
 
 Result<URL> routeSigned(const LumoApiQueryDictionary& query, std::string_view path,
                         std::string_view signature) {
   std::optional<std::string> text = signedText(query, path, signature);
-  if (!text) return refused(LumoApiRefusal::Code::NotUTF8, "queryDictionary", kSilent);
+  if (!text) {
+    return refused(LumoApiRefusal::Code::NotUTF8, isValidUTF8(signature) ? "queryDictionary" : "signString",
+                   kSilent);
+  }
   std::optional<URL> url = URL::parse(Data(*std::move(text)));
   if (!url) return refused(LumoApiRefusal::Code::InvalidURL, "queryDictionary", kSilent);
   return *std::move(url);

@@ -35,26 +35,14 @@ void take(const Value& value, std::uint64_t& number) {
   if (const auto* large = value.asUnsigned()) number = *large;
 }
 
-const std::string* held(const Value& value, const std::string*) { return value.asString(); }
-const Data* held(const Value& value, const Data*) { return value.asData(); }
-
 template <class T>
 void take(const Value& value, std::optional<T>& field) {
-  if (const T* content = held(value, static_cast<const T*>(nullptr))) field = *content;
+  if (const T* content = lumo::contentOf<T>(value)) field = *content;
 }
 
 template <class T>
 void take(const Value& value, std::optional<std::vector<T>>& field) {
-  const Value::Array* array = value.asArray();
-  if (!array) return;
-  std::vector<T> list;
-  list.reserve(array->size());
-  for (const Value& element : *array) {
-    const T* content = held(element, static_cast<const T*>(nullptr));
-    if (!content) return;
-    list.push_back(*content);
-  }
-  field = std::move(list);
+  field = lumo::listOf<T>(value);
 }
 
 }  // namespace

@@ -4,9 +4,9 @@
 
 namespace lumo {
 
-/// Bytes with an optional preview and an optional list of images: the fields that data and image objects
-/// share.
-class LUMOAPI_EXPORT DataObject : public TaggedObject {
+/// Bytes with an optional preview and an optional list of images, added to the fields of `Base`.
+template <class Base>
+class LUMOAPI_EXPORT DataFields : public Base {
  public:
   /// Required: 1 to 5,242,880 bytes. Staged by reference, never copied.
   const std::optional<Data>& data() const noexcept { return data_; }
@@ -24,21 +24,32 @@ class LUMOAPI_EXPORT DataObject : public TaggedObject {
     imageDataArray_ = std::move(imageDataArray);
   }
 
-  template <class Self>
-  static auto fields(Self& self) {
-    return std::tuple_cat(
-        std::tuple(field("data", self.data_), field("previewImageData", self.previewImageData_),
-                   field("imageDataArray", self.imageDataArray_)),
-        TaggedObject::fields(self));
-  }
-
  protected:
-  DataObject() = default;
+  DataFields() = default;
+
+  /// What a class lists first in its `fields`.
+  template <class Self>
+  static auto dataFields(Self& self) {
+    return std::tuple(field("data", self.data_), field("previewImageData", self.previewImageData_),
+                      field("imageDataArray", self.imageDataArray_));
+  }
 
  private:
   std::optional<Data> data_;
   std::optional<Data> previewImageData_;
   std::optional<std::vector<Data>> imageDataArray_;
+};
+
+/// What data and image objects share.
+class LUMOAPI_EXPORT DataObject : public DataFields<TaggedObject> {
+ public:
+  template <class Self>
+  static auto fields(Self& self) {
+    return std::tuple_cat(dataFields(self), TaggedObject::fields(self));
+  }
+
+ protected:
+  DataObject() = default;
 };
 
 }  // namespace lumo
@@ -81,40 +92,18 @@ class LUMOAPI_EXPORT LumoApiWebImageObject : public lumo::TaggedObject {
 };
 
 /// A local file's bytes with its name.
-class LUMOAPI_EXPORT LumoApiFileObject : public LumoApiObject {
+class LUMOAPI_EXPORT LumoApiFileObject : public lumo::DataFields<LumoApiObject> {
  public:
-  /// The file's bytes. Required: 1 to 5,242,880 bytes. Staged by reference, never copied.
-  const std::optional<lumo::Data>& data() const noexcept { return data_; }
-  void setData(std::optional<lumo::Data> data) noexcept { data_ = std::move(data); }
-
-  /// Optional: at most 1,048,576 bytes.
-  const std::optional<lumo::Data>& previewImageData() const noexcept { return previewImageData_; }
-  void setPreviewImageData(std::optional<lumo::Data> previewImageData) noexcept {
-    previewImageData_ = std::move(previewImageData);
-  }
-
-  /// Optional: staged as it is.
-  const std::optional<std::vector<lumo::Data>>& imageDataArray() const noexcept { return imageDataArray_; }
-  void setImageDataArray(std::optional<std::vector<lumo::Data>> imageDataArray) noexcept {
-    imageDataArray_ = std::move(imageDataArray);
-  }
-
   /// Sent unchanged, of whatever length; absent and empty are sent alike.
   const std::optional<std::string>& fileName() const noexcept { return fileName_; }
   void setFileName(std::optional<std::string> fileName) noexcept { fileName_ = std::move(fileName); }
 
   template <class Self>
   static auto fields(Self& self) {
-    return std::tuple_cat(
-        std::tuple(lumo::field("data", self.data_), lumo::field("previewImageData", self.previewImageData_),
-                   lumo::field("imageDataArray", self.imageDataArray_),
-                   lumo::field("fileName", self.fileName_)),
-        LumoApiObject::fields(self));
+    return std::tuple_cat(dataFields(self), std::tuple(lumo::field("fileName", self.fileName_)),
+                          LumoApiObject::fields(self));
   }
 
  private:
-  std::optional<lumo::Data> data_;
-  std::optional<lumo::Data> previewImageData_;
-  std::optional<std::vector<lumo::Data>> imageDataArray_;
   std::optional<std::string> fileName_;
 };

@@ -10,6 +10,7 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <utility>
 
 /// Where the datastore keeps its large-data record. By default that is the process's memory; another
 /// pasteboard lets two processes meet. Called by several threads at once.
@@ -58,18 +59,37 @@ class LUMOAPI_EXPORT LumoApiDatastore {
   /// Replaces all values at once.
   void setValues(Values values);
 
+  // Single values. A setter replaces its own value and keeps all others, whoever sets them meanwhile.
+
   std::optional<std::string> scheme() const { return values()->scheme; }
+  void setScheme(std::optional<std::string> scheme) { set(&Values::scheme, std::move(scheme)); }
+
   std::optional<std::string> appName() const { return values()->appName; }
+  void setAppName(std::optional<std::string> appName) { set(&Values::appName, std::move(appName)); }
+
   std::optional<std::string> appId() const { return values()->appId; }
+  void setAppId(std::optional<std::string> appId) { set(&Values::appId, std::move(appId)); }
+
   std::optional<std::string> openId() const { return values()->openId; }
+  void setOpenId(std::optional<std::string> openId) { set(&Values::openId, std::move(openId)); }
+
   std::optional<lumo::Value> uin() const { return values()->uin; }
+  void setUin(std::optional<lumo::Value> uin) { set(&Values::uin, std::move(uin)); }
+
   bool isLumoSupportUrlForShareText() const noexcept { return values()->isLumoSupportUrlForShareText; }
+  void setIsLumoSupportUrlForShareText(bool is) { set(&Values::isLumoSupportUrlForShareText, is); }
+
   bool isLumoSupportUrlInsteadPastedboard() const noexcept {
     return values()->isLumoSupportUrlInsteadPastedboard;
   }
+  void setIsLumoSupportUrlInsteadPastedboard(bool is) {
+    set(&Values::isLumoSupportUrlInsteadPastedboard, is);
+  }
+
   bool isLumoSupportApiGeneralPastboard() const noexcept {
     return values()->isLumoSupportApiGeneralPastboard;
   }
+  void setIsLumoSupportApiGeneralPastboard(bool is) { set(&Values::isLumoSupportApiGeneralPastboard, is); }
 
   /// Replaces the large-data record (null: none). False where the pasteboard could not take it; the one in
   /// memory always can.
@@ -91,6 +111,8 @@ class LUMOAPI_EXPORT LumoApiDatastore {
 
  private:
   LumoApiDatastore() noexcept = default;
+  template <class T>
+  void set(T Values::*member, T value);
   std::optional<LumoApiMessage> apiMessage() const noexcept;
   std::shared_ptr<LumoApiPasteboard> pasteboard() const noexcept;
 
@@ -100,3 +122,13 @@ class LUMOAPI_EXPORT LumoApiDatastore {
   std::shared_ptr<LumoApiPasteboard> pasteboard_;  // null: record_ is the pasteboard
   LumoApiLargeDataPtr record_;
 };
+
+template <class T>
+void LumoApiDatastore::set(T Values::*member, T value) {
+  auto replacement = std::make_shared<Values>();
+  std::shared_ptr<const Values> former;  // destroyed after the lock is released
+  const std::lock_guard guard(lock_);
+  if (values_) *replacement = *values_;
+  (*replacement).*member = std::move(value);
+  former = std::exchange(values_, std::move(replacement));
+}

@@ -2,8 +2,12 @@
 
 #include "platform/Value.h"
 
+#include <concepts>
 #include <memory>
+#include <optional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 /// The large-data record: the bulky parts of a request, which travel beside its URL.
 ///
@@ -33,4 +37,31 @@ inline constexpr RecordKey kImageDataList{"image_data_list"};
 inline constexpr RecordKey kKivaData{"pasted_kiva_data"};
 
 }  // namespace record
+
+/// What the value holds where that is a text or bytes, as asked; a null pointer otherwise.
+template <class T>
+requires std::same_as<T, std::string> || std::same_as<T, Data>
+const T* contentOf(const Value& value) noexcept {
+  if constexpr (std::same_as<T, Data>) {
+    return value.asData();
+  } else {
+    return value.asString();
+  }
+}
+
+/// A list of texts or of byte buffers; null where the value is none, or where an element is anything else.
+template <class T>
+std::optional<std::vector<T>> listOf(const Value& value) {
+  const Value::Array* array = value.asArray();
+  if (!array) return std::nullopt;
+  std::vector<T> list;
+  list.reserve(array->size());
+  for (const Value& element : *array) {
+    const T* content = contentOf<T>(element);
+    if (!content) return std::nullopt;
+    list.push_back(*content);
+  }
+  return list;
+}
+
 }  // namespace lumo

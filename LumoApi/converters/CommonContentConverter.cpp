@@ -9,15 +9,12 @@ namespace lumo::converters {
 namespace {
 
 Check checked(const LumoApiCommonContentObject& object) {
-  const auto& preview = object.previewImageData();
   const auto& texts = object.textArray();
   const auto& pictures = object.pictureDataArray();
-  if (isEmpty(preview)) return missing("previewImageData", "param error: image data is nil");
+  if (isEmpty(object.previewImageData()))
+    return missing("previewImageData", "param error: image data is nil");
   if (isEmpty(texts) && isEmpty(pictures)) return missing("textArray", "param error: image data is nil");
-  if (exceeds(*preview, limits::kPreviewImage)) {
-    return tooLarge("previewImageData", *preview, limits::kPreviewImage,
-                    "param error: preview image data is too big");
-  }
+  if (Check refusal = checkedPreview(object.previewImageData())) return refusal;
   if (object.title() && exceeds(*object.title(), limits::kTitle)) {
     return tooLarge("title", *object.title(), limits::kTitle, kSilent);
   }

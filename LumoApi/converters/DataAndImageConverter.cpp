@@ -17,20 +17,9 @@ struct Words {
 constexpr Words kData{"file", "param error: data is nil", "param error: data is too big"};
 constexpr Words kImage{"img", "param error: image data is nil", "param error: image data is too big"};
 
-Check checked(const DataObject& object, const Words& words) {
-  const auto& preview = object.previewImageData();
-  if (isEmpty(object.data())) return missing("data", words.isNil);
-  if (exceeds(*object.data(), limits::kData))
-    return tooLarge("data", *object.data(), limits::kData, words.isTooBig);
-  if (preview && exceeds(*preview, limits::kPreviewImage)) {
-    return tooLarge("previewImageData", *preview, limits::kPreviewImage,
-                    "param error: preview image data is too big");
-  }
-  return std::nullopt;
-}
-
 Result<URL> urlWithDataObject(const DataObject& object, const Words& words, Conversion& conversion) {
-  if (Check refusal = checked(object, words)) return *refusal;
+  if (Check refusal = checkedData(object.data(), object.previewImageData(), words.isNil, words.isTooBig))
+    return *refusal;
 
   LumoApiQueryDictionary query = fixedEntriesWithPasteboard(words.kind);
   setCallbackName(query, conversion);
@@ -60,7 +49,7 @@ Result<URL> urlWithWebImageObject(const LumoApiWebImageObject& object, Conversio
   LumoApiQueryDictionary query = fixedEntriesWithPasteboard("img");
   setCallbackName(query, conversion);
   if (Check refusal = setTagNameAndMessageExt(query, object)) return *refusal;
-  setBase64(query, keys::kPreviewImageURL, Data::unowned(picture->absoluteString()));
+  setURL(query, keys::kPreviewImageURL, picture);
   setTitles(query, object, conversion);
   // Nothing is staged, although the object is said to be on the pasteboard: the messenger fetches the URL.
   return route(destinations::kShareToFriend, query, conversion, object.shareDestType());

@@ -6,25 +6,11 @@
 
 namespace lumo::converters {
 
-namespace {
-
-Check checked(const LumoApiFileObject& object) {
-  const auto& preview = object.previewImageData();
-  if (isEmpty(object.data())) return missing("data", "param error: image data is nil");
-  if (exceeds(*object.data(), limits::kData)) {
-    return tooLarge("data", *object.data(), limits::kData, "param error: file data is too big");
-  }
-  if (preview && exceeds(*preview, limits::kPreviewImage)) {
-    return tooLarge("previewImageData", *preview, limits::kPreviewImage,
-                    "param error: preview image data is too big");
-  }
-  return std::nullopt;
-}
-
-}  // namespace
-
 Result<URL> urlWithFileObject(const LumoApiFileObject& object, Conversion& conversion) {
-  if (Check refusal = checked(object)) return *refusal;
+  if (Check refusal = checkedData(object.data(), object.previewImageData(), "param error: image data is nil",
+                                  "param error: file data is too big")) {
+    return *refusal;
+  }
 
   LumoApiQueryDictionary query = fixedEntriesWithPasteboard("localFile");
   setCallbackName(query, conversion);

@@ -33,7 +33,6 @@ Result<URL> urlWithApiLaunchMiniProgramObject(const LumoApiLaunchMiniProgramObje
                                               Conversion& conversion) {
   if (isEmpty(object.miniAppID())) return missing("miniAppID", "param error: miniAppID is nil");
 
-  const StoreValues& store = conversion.store;
   LumoApiQueryDictionary query;
   query.set(keys::kSourceType, QueryValue::fixed("app"));
   query.set(keys::kCallbackType, QueryValue::fixed("scheme"));
@@ -41,8 +40,7 @@ Result<URL> urlWithApiLaunchMiniProgramObject(const LumoApiLaunchMiniProgramObje
   setBase64(query, keys::kMiniPath, unowned(object.miniPath()));
   query.set(keys::kMiniType, QueryValue::number(Value(object.miniprogramType())));
   query.set(keys::kVersion, QueryValue::fixed("1"));
-  if (store->openId) query.set(keys::kOpenId, textOf(store, *store->openId));
-  if (store->appId) query.set(keys::kAppId, textOf(store, *store->appId));
+  setIdentifiers(query, conversion);
   setCallbackName(query, conversion);
   setTitles(query, object, conversion);
   return route(destinations::kMiniProgram, query, conversion, object.shareDestType());

@@ -20,11 +20,7 @@ FixedWord kindWord(std::uint64_t targetContentType) noexcept {
 constexpr std::uint64_t kNoTitleFlag = 8;
 
 Check checked(const LumoApiURLObject& object) {
-  const auto& preview = object.previewImageData();
-  if (preview && exceeds(*preview, limits::kPreviewImage)) {
-    return tooLarge("previewImageData", *preview, limits::kPreviewImage,
-                    "param error: preview image data is too big");
-  }
+  if (Check refusal = checkedPreview(object.previewImageData())) return refusal;
   if (isEmpty(object.title()) && object.cflag() != kNoTitleFlag)
     return missing("title", "param error: title is nil");
   if (!object.url() || object.url()->absoluteString().empty())
@@ -33,10 +29,6 @@ Check checked(const LumoApiURLObject& object) {
     return tooLarge("url", object.url()->absoluteString(), limits::kURL, "param error: url is too long");
   }
   return std::nullopt;
-}
-
-void setURL(LumoApiQueryDictionary& query, QueryKey key, const std::optional<URL>& url) {
-  if (url) setBase64(query, std::move(key), Data::unowned(url->absoluteString()));
 }
 
 }  // namespace

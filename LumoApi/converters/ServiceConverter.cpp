@@ -3,24 +3,30 @@
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
 #include "LumoApi/converters/Converters.h"
 #include "LumoApi/internal/Keys.h"
-#include "platform/JSON.h"
+#include "platform/Text.h"
 
 namespace lumo::converters {
 
 namespace {
 
-/// A copy of the free-form base where that is a dictionary; anything else counts as none.
-Value::Dictionary userInfo(const std::optional<Value>& base) {
-  const Value::Dictionary* entries = base ? base->asDictionary() : nullptr;
-  return entries ? *entries : Value::Dictionary();
-}
+/// One of the object's texts, as it is set in the user info; an absent one is set as empty.
+struct Member {
+  FixedWord key;
+  std::string_view field;
+  const std::optional<std::string>& text;
+};
 
-/// The user info as base64 of its JSON text; refused where its base holds something that JSON cannot.
-Check setUserInfo(LumoApiQueryDictionary& query, Value::Dictionary info, std::string_view baseField) {
-  std::optional<std::string> json = writeJSON(Value(std::move(info)));
-  if (!json) return refused(LumoApiRefusal::Code::NotSerialisable, baseField, kSilent);
-  query.set(keys::kServiceUserInfo, QueryValue::base64(*std::move(json)));
-  return std::nullopt;
+/// The user info: the free-form base, which counts as empty unless it is a dictionary, with the members set
+/// over it.
+Check setUserInfo(LumoApiQueryDictionary& query, const std::optional<Value>& base, std::string_view baseField,
+                  std::initializer_list<Member> members) {
+  const Value::Dictionary* entries = base ? base->asDictionary() : nullptr;
+  Value::Dictionary info = entries ? *entries : Value::Dictionary();
+  for (const auto& [key, field, text] : members) {
+    if (text && !isValidUTF8(*text)) return refused(LumoApiRefusal::Code::NotUTF8, field, kSilent);
+    info.set(std::string(key.text()), text.value_or(""));
+  }
+  return setJSON(query, keys::kServiceUserInfo, Value(std::move(info)), baseField);
 }
 
 }  // namespace
@@ -31,13 +37,12 @@ Result<URL> urlWithExtraServiceObject(const LumoApiExtraServiceObject& object, C
   query.set(keys::kVersion, QueryValue::fixed("1"));
   query.set(keys::kServiceId, QueryValue::text(unowned(object.serviceID()).value_or(Data())));
   setCallbackName(query, conversion);
-  if (const auto& openId = conversion.store->openId)
-    query.set(keys::kOpenId, textOf(conversion.store, *openId));
-
-  Value::Dictionary info = userInfo(object.extraInfo());
-  info.set("openId", object.openID().value_or(""));
-  info.set("exsvr_touin", object.toUin().value_or(""));
-  if (Check refusal = setUserInfo(query, std::move(info), "extraInfo")) return *refusal;
+  setStoreText(query, keys::kOpenId, conversion.store, conversion.store->openId);
+  if (Check refusal = setUserInfo(
+          query, object.extraInfo(), "extraInfo",
+          {{keys::kOpenId, "openID", object.openID()}, {keys::kServiceToUin, "toUin", object.toUin()}})) {
+    return *refusal;
+  }
   setTitles(query, object, conversion);
   return route(destinations::kExtraService, query, conversion, object.shareDestType());
 }
@@ -51,10 +56,10 @@ Result<URL> urlWithCommonServiceObject(const LumoApiCommonServiceObject& object,
   setCallbackName(query, conversion);
   // Here the open identifier is the object's own, not the store's.
   if (!isEmpty(object.openID())) query.set(keys::kOpenId, QueryValue::text(Data::unowned(*object.openID())));
-
-  Value::Dictionary info = userInfo(object.extendInfo());
-  info.set("openId", object.openID().value_or(""));
-  if (Check refusal = setUserInfo(query, std::move(info), "extendInfo")) return *refusal;
+  if (Check refusal = setUserInfo(query, object.extendInfo(), "extendInfo",
+                                  {{keys::kOpenId, "openID", object.openID()}})) {
+    return *refusal;
+  }
   setTitles(query, object, conversion);
   return route(destinations::kCommonService, query, conversion, object.shareDestType());
 }

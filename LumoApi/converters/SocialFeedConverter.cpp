@@ -3,19 +3,13 @@
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
 #include "LumoApi/converters/Converters.h"
 #include "LumoApi/internal/Keys.h"
-#include "platform/JSON.h"
 
 namespace lumo::converters {
 
 namespace {
 
-/// The extra map as base64 of its JSON text; refused where JSON cannot hold it.
 Check setExtMap(LumoApiQueryDictionary& query, const std::optional<Value>& extMap) {
-  if (!extMap) return std::nullopt;
-  std::optional<std::string> json = writeJSON(*extMap);
-  if (!json) return refused(LumoApiRefusal::Code::NotSerialisable, "extMap", kSilent);
-  query.set(keys::kExtMap, QueryValue::base64(*std::move(json)));
-  return std::nullopt;
+  return extMap ? setJSON(query, keys::kExtMap, *extMap, "extMap") : std::nullopt;
 }
 
 /// A post without staged bytes is found in the URL, where the messenger can do that.

@@ -8,12 +8,6 @@ namespace lumo::converters {
 
 namespace {
 
-void setIdentifiers(LumoApiQueryDictionary& query, const Conversion& conversion) {
-  const StoreValues& store = conversion.store;
-  if (store->openId) query.set(keys::kOpenId, textOf(store, *store->openId));
-  if (store->appId) query.set(keys::kAppId, textOf(store, *store->appId));
-}
-
 /// The entries that other kinds always carry; here only where the messenger can open the app again.
 void setSource(LumoApiQueryDictionary& query, const Conversion& conversion) {
   if (!conversion.store->scheme) return;
@@ -24,29 +18,31 @@ void setSource(LumoApiQueryDictionary& query, const Conversion& conversion) {
   query.set(keys::kVersion, QueryValue::fixed("1"));
 }
 
+/// Binding and joining differ in what they send of these two texts, and in where they lead.
+Result<URL> urlWithGroupObject(const LumoApiObject& object, Text unionID, Text displayName,
+                               const Destination& destination, Conversion& conversion) {
+  LumoApiQueryDictionary query;
+  setIdentifiers(query, conversion);
+  if (unionID) query.set(keys::kUnionId, QueryValue::text(*std::move(unionID)));
+  setBase64(query, keys::kDisplayName, std::move(displayName));
+  setSource(query, conversion);
+  setTitles(query, object, conversion);
+  return route(destination, query, conversion, object.shareDestType());
+}
+
 }  // namespace
 
 Result<URL> urlWithApiThirdAppBindGroupObject(const LumoApiThirdAppBindGroupObject& object,
                                               Conversion& conversion) {
-  LumoApiQueryDictionary query;
-  setIdentifiers(query, conversion);
-  if (object.unionID()) query.set(keys::kUnionId, QueryValue::text(Data::unowned(*object.unionID())));
-  setBase64(query, keys::kDisplayName,
-            unowned(object.appDisplayName() ? object.appDisplayName() : conversion.store->appName));
-  setSource(query, conversion);
-  setTitles(query, object, conversion);
-  return route(destinations::kBindGroup, query, conversion, object.shareDestType());
+  const auto& name = object.appDisplayName() ? object.appDisplayName() : conversion.store->appName;
+  return urlWithGroupObject(object, unowned(object.unionID()), unowned(name), destinations::kBindGroup,
+                            conversion);
 }
 
 Result<URL> urlWithApiThirdAppJoinGroupObject(const LumoApiThirdAppJoinGroupObject& object,
                                               Conversion& conversion) {
-  LumoApiQueryDictionary query;
-  setIdentifiers(query, conversion);
-  if (!isEmpty(object.unionID()))
-    query.set(keys::kUnionId, QueryValue::text(Data::unowned(*object.unionID())));
-  setSource(query, conversion);
-  setTitles(query, object, conversion);
-  return route(destinations::kJoinGroup, query, conversion, object.shareDestType());
+  Text unionID = isEmpty(object.unionID()) ? std::nullopt : unowned(object.unionID());
+  return urlWithGroupObject(object, std::move(unionID), std::nullopt, destinations::kJoinGroup, conversion);
 }
 
 }  // namespace lumo::converters

@@ -36,6 +36,7 @@ inline constexpr FixedWord kExtMap{"extMap"};
 // Services, groups and mini-programs.
 inline constexpr FixedWord kServiceId{"exsvr_id"};
 inline constexpr FixedWord kServiceUserInfo{"exsvr_userinfo"};
+inline constexpr FixedWord kServiceToUin{"exsvr_touin"};  // in the user info, beside "openId"
 inline constexpr FixedWord kUnionId{"unionid"};
 inline constexpr FixedWord kMiniAppId{"mini_appid"};
 inline constexpr FixedWord kMiniPath{"mini_path"};

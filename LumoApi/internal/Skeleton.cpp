@@ -1,9 +1,23 @@
 #include "LumoApi/internal/Skeleton.h"
 
 #include "LumoApi/internal/Keys.h"
+#include "platform/JSON.h"
 #include "platform/Text.h"
 
 namespace lumo {
+
+Check checkedPreview(const std::optional<Data>& preview) {
+  if (!preview || !exceeds(*preview, limits::kPreviewImage)) return std::nullopt;
+  return tooLarge("previewImageData", *preview, limits::kPreviewImage,
+                  "param error: preview image data is too big");
+}
+
+Check checkedData(const std::optional<Data>& data, const std::optional<Data>& preview, std::string_view isNil,
+                  std::string_view isTooBig) {
+  if (isEmpty(data)) return missing("data", isNil);
+  if (exceeds(*data, limits::kData)) return tooLarge("data", *data, limits::kData, isTooBig);
+  return checkedPreview(preview);
+}
 
 LumoApiQueryDictionary fixedEntries(FixedWord kindWord) {
   LumoApiQueryDictionary query;
@@ -21,9 +35,20 @@ LumoApiQueryDictionary fixedEntriesWithPasteboard(FixedWord kindWord) {
   return query;
 }
 
+void setStoreText(LumoApiQueryDictionary& query, FixedWord key, const StoreValues& store,
+                  const std::optional<std::string>& text) {
+  if (!text) return;
+  const auto* characters = reinterpret_cast<const std::uint8_t*>(text->data());
+  query.set(key, QueryValue::text(Data(store, characters, text->size())));
+}
+
+void setIdentifiers(LumoApiQueryDictionary& query, const Conversion& conversion) {
+  setStoreText(query, keys::kOpenId, conversion.store, conversion.store->openId);
+  setStoreText(query, keys::kAppId, conversion.store, conversion.store->appId);
+}
+
 void setCallbackName(LumoApiQueryDictionary& query, const Conversion& conversion) {
-  if (const auto& scheme = conversion.store->scheme)
-    query.set(keys::kCallbackName, textOf(conversion.store, *scheme));
+  setStoreText(query, keys::kCallbackName, conversion.store, conversion.store->scheme);
 }
 
 Check setTagNameAndMessageExt(LumoApiQueryDictionary& query, const TaggedObject& object) {
@@ -46,6 +71,17 @@ Check setTagNameAndMessageExt(LumoApiQueryDictionary& query, const TaggedObject&
 void setTitles(LumoApiQueryDictionary& query, const LumoApiObject& object, const Conversion& conversion) {
   setTitles(query, unowned(object.title()), unowned(object.description()),
             unowned(conversion.store->appName));
+}
+
+void setURL(LumoApiQueryDictionary& query, QueryKey key, const std::optional<URL>& url) {
+  if (url) setBase64(query, std::move(key), Data::unowned(url->absoluteString()));
+}
+
+Check setJSON(LumoApiQueryDictionary& query, FixedWord key, const Value& value, std::string_view field) {
+  std::optional<std::string> json = writeJSON(value);
+  if (!json) return refused(LumoApiRefusal::Code::NotSerialisable, field, kSilent);
+  query.set(key, QueryValue::base64(*std::move(json)));
+  return std::nullopt;
 }
 
 const std::optional<std::string>* kivaDataOf(const Conversion& conversion) noexcept {

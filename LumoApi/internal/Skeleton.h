@@ -48,11 +48,21 @@ struct LargeDataParts {
 
 // --- The steps, in the order in which a conversion takes them ---
 
+/// Refuses a preview that is too long; none at all is fine.
+Check checkedPreview(const std::optional<Data>& preview);
+
+/// Refuses data that is absent, empty or too long, in the kind's own words, and then a preview that is.
+Check checkedData(const std::optional<Data>& data, const std::optional<Data>& preview, std::string_view isNil,
+                  std::string_view isTooBig);
+
 /// A new query: the sending side, the kind word, how the messenger calls back.
 LumoApiQueryDictionary fixedEntries(FixedWord kindWord);
 
 /// The same, with the object to be found in the large-data record.
 LumoApiQueryDictionary fixedEntriesWithPasteboard(FixedWord kindWord);
+
+/// The user's open identifier and the app's own, each where the store has it.
+void setIdentifiers(LumoApiQueryDictionary& query, const Conversion& conversion);
 
 /// The scheme under which the messenger opens the app again, where the store has one.
 void setCallbackName(LumoApiQueryDictionary& query, const Conversion& conversion);
@@ -85,13 +95,19 @@ inline Text unowned(const std::optional<std::string>& text) noexcept {
   return text ? Text(Data::unowned(*text)) : std::nullopt;
 }
 
-/// One of the store's texts without a copy; it keeps the values alive that it came with.
-inline QueryValue textOf(const StoreValues& store, const std::string& text) noexcept {
-  return QueryValue::text(Data(store, reinterpret_cast<const std::uint8_t*>(text.data()), text.size()));
-}
+/// One of the store's texts as it is, where the store has it. It is not copied, and keeps the values alive
+/// that it came with.
+void setStoreText(LumoApiQueryDictionary& query, FixedWord key, const StoreValues& store,
+                  const std::optional<std::string>& text);
 
 /// The key with the base64 of the text; nothing where the text is null or not UTF-8.
 void setBase64(LumoApiQueryDictionary& query, QueryKey key, Text text);
+
+/// The key with the base64 of the URL's text; nothing where there is none. The text is not copied.
+void setURL(LumoApiQueryDictionary& query, QueryKey key, const std::optional<URL>& url);
+
+/// The key with the base64 of the value's JSON text; a refusal of `field` where JSON cannot hold it.
+Check setJSON(LumoApiQueryDictionary& query, FixedWord key, const Value& value, std::string_view field);
 
 /// The card's text, or null.
 const std::optional<std::string>* kivaDataOf(const Conversion& conversion) noexcept;

@@ -203,7 +203,7 @@ std::vector<Kind> kinds() {
           {{on<LumoApiLaunchMiniProgramObject>([](auto& o) { o.setMiniAppID(""); }),
                "param error: miniAppID is nil", "miniAppID: missing or empty"},
               {on<LumoApiLaunchMiniProgramObject>([](auto& o) { o.setMiniAppID("\xFF"); }), {},
-                  "query: not valid UTF-8"}}}};
+                  "miniAppID: not valid UTF-8"}}}};
 }
 
 TEST_F(Refusals, EachFaultAndEachPairOfFaults) {

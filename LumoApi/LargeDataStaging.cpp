@@ -50,7 +50,7 @@ void stageByLocation(const LargeDataParts& parts, LumoApiQueryDictionary& query,
   LumoApiLog::log("large data's location is 「%s」", {std::string_view(location ? *location : "")});
   if (location != "url") return stage(parts, conversion);
   auto record = largeData(parts);
-  if (record->empty()) return query.set(keys::kPasteboard, QueryValue::fixed(""));
+  if (record->empty()) return query.set(keys::kPasteboard, "");
   std::optional<DataChain> archive = archivedData(Value(std::move(*record)));
   LumoApiLog::log("large data's length:%lu", {static_cast<std::uint64_t>(archive ? archive->size() : 0)});
   if (archive) query.set(keys::kPasteboard, QueryValue::base64(*std::move(archive)));

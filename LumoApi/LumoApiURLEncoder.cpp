@@ -1,9 +1,8 @@
 #include "LumoApi/LumoApiURLEncoder.h"
 
 #include "LumoApi/internal/LaunchURL.h"
+#include "platform/CopyText.h"
 #include "platform/PercentEncoding.h"
-
-#include <algorithm>
 
 namespace {
 
@@ -17,7 +16,7 @@ constexpr std::string_view kAfterScheme = "://";
 std::string_view keyOf(const Entry& entry) noexcept { return std::string_view(entry.key); }
 
 /// Whether the entry reads as several pairs where the URL is split again.
-bool splits(const Entry& entry) noexcept {
+inline bool splits(const Entry& entry) noexcept {
   return (!entry.key.isFixed() && keyOf(entry).find('&') != std::string_view::npos) ||
          entry.value.hasAmpersand();
 }
@@ -25,8 +24,6 @@ bool splits(const Entry& entry) noexcept {
 std::optional<std::size_t> encodedSize(std::string_view text) noexcept {
   return lumo::percentEncodedSize(text, CharacterSet::QueryAllowed);
 }
-
-char* copied(std::string_view text, char* out) noexcept { return std::copy(text.begin(), text.end(), out); }
 
 /// What stands before the query, as the caller gave it.
 struct EscapedParts {
@@ -42,7 +39,7 @@ struct EscapedParts {
     return total;
   }
   char* write(char* out) const noexcept {
-    out = copied(kAfterScheme, lumo::percentEncode(scheme, CharacterSet::QueryAllowed, out));
+    out = lumo::copyText(kAfterScheme, lumo::percentEncode(scheme, CharacterSet::QueryAllowed, out));
     out = lumo::percentEncode(host, CharacterSet::QueryAllowed, out);
     return lumo::percentEncode(path, CharacterSet::QueryAllowed, out);
   }
@@ -56,7 +53,8 @@ struct FixedParts {
     return scheme.size() + kAfterScheme.size() + host.size() + path.size();
   }
   char* write(char* out) const noexcept {
-    return copied(path, copied(host, copied(kAfterScheme, copied(scheme, out))));
+    return lumo::copyText(path,
+                          lumo::copyText(host, lumo::copyText(kAfterScheme, lumo::copyText(scheme, out))));
   }
 };
 
@@ -77,7 +75,8 @@ std::optional<std::size_t> encodedSize(const LumoApiQueryDictionary& query, bool
 char* write(const Entry& entry, char separator, char* out) {
   *out++ = separator;
   const std::string_view key = keyOf(entry);
-  out = entry.key.isFixed() ? copied(key, out) : lumo::percentEncode(key, CharacterSet::QueryAllowed, out);
+  out = entry.key.isFixed() ? lumo::copyText(key, out)
+                            : lumo::percentEncode(key, CharacterSet::QueryAllowed, out);
   *out++ = '=';
   return entry.value.encode(out);
 }

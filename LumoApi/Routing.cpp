@@ -74,15 +74,15 @@ std::optional<std::string> signedText(const LumoApiQueryDictionary& query, std::
 
 void setCommonKeys(LumoApiQueryDictionary& query, std::int32_t type, const StoreValues& store) {
   if (type == 7) {
-    query.set(keys::kShareType, QueryValue::fixed("1"));
+    query.set(keys::kShareType, "1");
   } else if (type == 5) {
-    query.set(keys::kShareType, QueryValue::fixed("0"));
+    query.set(keys::kShareType, "0");
   } else if (type == 4) {
-    query.set(keys::kMessageType, QueryValue::fixed("responsefromapp"));
+    query.set(keys::kMessageType, "responsefromapp");
   }
   setStoreText(query, keys::kOpenId, store, store->openId);
   if (store->uin && !store->uin->isNull()) query.set(keys::kUin, QueryValue::number(*store->uin));
-  if (store->isLumoSupportApiGeneralPastboard) query.set(keys::kGeneralPasteboard, QueryValue::fixed("1"));
+  if (store->isLumoSupportApiGeneralPastboard) query.set(keys::kGeneralPasteboard, "1");
   if (const auto object = LumoApiCurrentObject::get()) {
     query.set(keys::kCflag, QueryValue::number(Value(object->cflag())));
   }

@@ -3,10 +3,8 @@
 #include "platform/JSON.h"
 #include "platform/PercentEncoding.h"
 
-#include <algorithm>
 #include <charconv>
 #include <iterator>
-#include <span>
 
 namespace lumo {
 
@@ -16,8 +14,6 @@ std::string decimal(auto number) {
   char digits[24];
   return {digits, std::to_chars(digits, std::end(digits), number).ptr};
 }
-
-std::span<const std::uint8_t> spanOf(const Data& bytes) noexcept { return {bytes.data(), bytes.size()}; }
 
 }  // namespace
 
@@ -31,9 +27,14 @@ QueryValue QueryValue::number(const Value& number) {
 }
 
 QueryValue QueryValue::base64(DataChain bytes) {
-  QueryValue value(Kind::Chain, Data());
-  value.chain_ = std::make_shared<const DataChain>(std::move(bytes));
-  return value;
+  auto chain = std::make_shared<const DataChain>(std::move(bytes));
+  const auto* place = reinterpret_cast<const std::uint8_t*>(chain.get());
+  return {Kind::Chain, Data(std::move(chain), place, 0)};
+}
+
+const DataChain& QueryValue::chain() const noexcept {
+  static const DataChain empty;
+  return bytes_.data() ? *reinterpret_cast<const DataChain*>(bytes_.data()) : empty;
 }
 
 std::string QueryValue::asText() const {
@@ -43,32 +44,15 @@ std::string QueryValue::asText() const {
   return text;
 }
 
-std::optional<std::size_t> QueryValue::encodedSize() const noexcept {
-  switch (kind_) {
-    case Kind::Fixed:
-      return bytes_.size();
-    case Kind::Text:
-      return percentEncodedSize(bytes_.view(), CharacterSet::QueryAllowed);
-    case Kind::Base64:
-      return base64EncodedSize(bytes_.size());
-    case Kind::Chain:
-      return base64EncodedSize(chain_->size());
-  }
-  return std::nullopt;
+std::optional<std::size_t> QueryValue::otherEncodedSize() const noexcept {
+  if (kind_ == Kind::Chain) return base64EncodedSize(chain().size());
+  return percentEncodedSize(bytes_.view(), CharacterSet::QueryAllowed);
 }
 
-char* QueryValue::encode(char* out) const noexcept {
-  switch (kind_) {
-    case Kind::Fixed:
-      return std::copy(bytes_.begin(), bytes_.end(), out);
-    case Kind::Text:
-      return percentEncode(bytes_.view(), CharacterSet::QueryAllowed, out);
-    case Kind::Base64:
-      return base64Encode(spanOf(bytes_), out);
-    case Kind::Chain:
-      return base64Encode(*chain_, out);
-  }
-  return out;
+char* QueryValue::encodeOther(char* out) const noexcept {
+  if (kind_ == Kind::Base64) return base64Encode({bytes_.data(), bytes_.size()}, out);
+  if (kind_ == Kind::Chain) return base64Encode(chain(), out);
+  return percentEncode(bytes_.view(), CharacterSet::QueryAllowed, out);
 }
 
 }  // namespace lumo

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Base64.h"
+#include "platform/CopyText.h"
 #include "platform/Data.h"
 #include "platform/Dictionary.h"
 #include "platform/Export.h"
@@ -37,24 +38,24 @@ class FixedWord {
 /// A key of a launch URL's query: a word of the program's own, or a text of the caller's.
 class LUMOAPI_EXPORT QueryKey {
  public:
-  QueryKey(FixedWord word) noexcept : text_(Data::unowned(word.text())), isFixed_(true) {}
+  QueryKey(FixedWord word) noexcept : text_(Data::unowned(word.text())) {}
   QueryKey(std::string text) : text_(std::move(text)) {}
   QueryKey(std::string_view text) : text_(Data::copy(text)) {}
   QueryKey(const char* text) : QueryKey(std::string_view(text)) {}
 
-  bool isFixed() const noexcept { return isFixed_; }
+  /// Whether no character of it is ever escaped.
+  bool isFixed() const noexcept { return !text_.isOwned(); }
   explicit operator std::string_view() const noexcept { return text_.view(); }
 
  private:
-  Data text_;
-  bool isFixed_ = false;
+  Data text_;  // owned where it is the caller's
 };
 
 /// A value of a launch URL's query: a text, a number, or bytes whose base64 text is written only when the URL
 /// is, so that a picture goes straight from its buffer into the URL.
 class LUMOAPI_EXPORT QueryValue {
  public:
-  static QueryValue fixed(FixedWord word) noexcept { return {Kind::Fixed, Data::unowned(word.text())}; }
+  QueryValue(FixedWord word) noexcept : bytes_(Data::unowned(word.text())), kind_(Kind::Fixed) {}
   static QueryValue text(Data text) noexcept { return {Kind::Text, std::move(text)}; }
   static QueryValue text(std::string text) { return {Kind::Text, Data(std::move(text))}; }
   /// A number object, written as its decimal text; any other value is written as its own text, or as JSON.
@@ -68,9 +69,16 @@ class LUMOAPI_EXPORT QueryValue {
   std::string asText() const;
 
   /// The length in bytes of the value in a percent-encoded URL; null where it is text that is not UTF-8.
-  std::optional<std::size_t> encodedSize() const noexcept;
+  std::optional<std::size_t> encodedSize() const noexcept {
+    if (kind_ == Kind::Fixed) return bytes_.size();
+    if (kind_ == Kind::Base64) return base64EncodedSize(bytes_.size());
+    return otherEncodedSize();
+  }
   /// Writes encodedSize() characters; gives their end.
-  char* encode(char* out) const noexcept;
+  char* encode(char* out) const noexcept {
+    if (kind_ == Kind::Fixed) return copyText(bytes_.view(), out);
+    return encodeOther(out);
+  }
 
   /// Whether the value holds a character that reads as a separator where the URL is split again.
   bool hasAmpersand() const noexcept {
@@ -82,14 +90,17 @@ class LUMOAPI_EXPORT QueryValue {
     Fixed,   // needs no escaping
     Text,    // percent-encoded
     Base64,  // of bytes_
-    Chain,   // base64 of *chain_
+    Chain,   // base64 of the DataChain that bytes_ owns and points to
   };
 
-  QueryValue(Kind kind, Data bytes) noexcept : kind_(kind), bytes_(std::move(bytes)) {}
+  QueryValue(Kind kind, Data bytes) noexcept : bytes_(std::move(bytes)), kind_(kind) {}
 
-  Kind kind_;
+  const DataChain& chain() const noexcept;
+  std::optional<std::size_t> otherEncodedSize() const noexcept;
+  char* encodeOther(char* out) const noexcept;
+
   Data bytes_;
-  std::shared_ptr<const DataChain> chain_;
+  Kind kind_;
 };
 
 }  // namespace lumo
@@ -108,6 +119,8 @@ class LUMOAPI_EXPORT LumoApiQueryDictionary {
   }
 
   void set(lumo::QueryKey key, lumo::QueryValue value) { entries_.set(std::move(key), std::move(value)); }
+  void set(lumo::FixedWord key, lumo::QueryValue value) { entries_.assign(key, std::move(value)); }
+  void set(lumo::FixedWord key, lumo::FixedWord word) { entries_.assign(key, word); }
   void reserve(std::size_t count) { entries_.reserve(count); }
 
   /// The value's text; null where the key is absent.

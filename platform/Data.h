@@ -66,6 +66,9 @@ class LUMOAPI_EXPORT Data {
   /// The bytes as text; no encoding is assumed.
   std::string_view view() const noexcept { return {reinterpret_cast<const char*>(bytes_), size_}; }
 
+  /// Whether this Data keeps its bytes alive; false for unowned() and for empty bytes.
+  bool isOwned() const noexcept { return owner_ != nullptr; }
+
   /// A part of the bytes, sharing their memory; both numbers are cut to what is there.
   Data slice(std::size_t offset, std::size_t length) const noexcept;
 

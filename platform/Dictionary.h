@@ -24,7 +24,8 @@ template <class T, class Key = std::string>
 class Dictionary {
  public:
   struct Entry {
-    Entry(Key&& k, T&& v) noexcept : key(std::move(k)), value(std::move(v)) {}
+    template <class K, class V>
+    Entry(K&& k, V&& v) : key(std::forward<K>(k)), value(std::forward<V>(v)) {}
     Key key;
     T value;
     friend bool operator==(const Entry&, const Entry&) = default;
@@ -52,14 +53,21 @@ class Dictionary {
   bool contains(std::string_view key) const noexcept { return placeOf(key) != kNone; }
 
   /// Adds the entry, or replaces the value of the one with the same key. Changes nothing where it throws.
-  void set(const Key& key, T value) { set(Key(key), std::move(value)); }
-  void set(Key&& key, T&& value) {
-    if (const std::size_t place = placeOf(std::string_view(key)); place != kNone) {
-      entries_[place].value = std::move(value);
-      return;
+  /// Key and value are made in place of what they are made from.
+  void set(const Key& key, T value) { assign(key, std::move(value)); }
+  void set(Key&& key, T&& value) { assign(std::move(key), std::move(value)); }
+  template <class K, class V>
+  void assign(K&& key, V&& value) {
+    const std::uint64_t bit = bitOf(std::string_view(key));
+    if (seen_ & bit) {
+      if (T* present = find(std::string_view(key))) {
+        *present = T(std::forward<V>(value));
+        return;
+      }
     }
     if (entries_.size() >= kIndexedFrom) makeRoomInIndex(entries_.size() + 1);
-    entries_.emplace_back(std::move(key), std::move(value));
+    entries_.emplace_back(std::forward<K>(key), std::forward<V>(value));
+    seen_ |= bit;
     if (!index_.empty()) addToIndex(entries_.size() - 1);
   }
 
@@ -78,7 +86,17 @@ class Dictionary {
   static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
   static constexpr std::size_t kIndexedFrom = 24;
 
+  /// One of 64 bits, chosen by what is cheap to read of a key: most keys that are absent miss it in `seen_`.
+  static std::uint64_t bitOf(std::string_view key) noexcept {
+    if (key.empty()) return 1;
+    const unsigned mixed = static_cast<unsigned char>(key.front()) +
+                           5u * static_cast<unsigned char>(key.back()) +
+                           11u * static_cast<unsigned>(key.size());
+    return std::uint64_t{1} << (mixed % 64);
+  }
+
   std::size_t placeOf(std::string_view key) const noexcept {
+    if (!(seen_ & bitOf(key))) return kNone;
     if (index_.empty()) {
       for (std::size_t place = 0; place < entries_.size(); ++place) {
         if (std::string_view(entries_[place].key) == key) return place;
@@ -112,6 +130,7 @@ class Dictionary {
 
   std::vector<Entry> entries_;
   std::vector<std::size_t> index_;
+  std::uint64_t seen_ = 0;  // the bits of all keys
 };
 
 /// A dictionary whose values are texts: a group's query, the whole query of a response.

@@ -34,12 +34,12 @@ Result<URL> urlWithApiLaunchMiniProgramObject(const LumoApiLaunchMiniProgramObje
   if (isEmpty(object.miniAppID())) return missing("miniAppID", "param error: miniAppID is nil");
 
   LumoApiQueryDictionary query;
-  query.set(keys::kSourceType, QueryValue::fixed("app"));
-  query.set(keys::kCallbackType, QueryValue::fixed("scheme"));
+  query.set(keys::kSourceType, "app");
+  query.set(keys::kCallbackType, "scheme");
   query.set(keys::kMiniAppId, QueryValue::text(Data::unowned(*object.miniAppID())));
   setBase64(query, keys::kMiniPath, unowned(object.miniPath()));
   query.set(keys::kMiniType, QueryValue::number(Value(object.miniprogramType())));
-  query.set(keys::kVersion, QueryValue::fixed("1"));
+  query.set(keys::kVersion, "1");
   setIdentifiers(query, conversion);
   setCallbackName(query, conversion);
   setTitles(query, object, conversion);

@@ -39,7 +39,7 @@ Result<URL> urlWithURLObject(const LumoApiURLObject& object, Conversion& convers
   LumoApiQueryDictionary query = fixedEntries(kindWord(object.targetContentType()));
   setURL(query, keys::kURL, object.url());
   const bool inURL = conversion.store->isLumoSupportUrlInsteadPastedboard;
-  query.set(keys::kObjectLocation, inURL ? QueryValue::fixed("url") : QueryValue::fixed("pasteboard"));
+  query.set(keys::kObjectLocation, inURL ? FixedWord("url") : FixedWord("pasteboard"));
   setCallbackName(query, conversion);
   if (Check refusal = setTagNameAndMessageExt(query, object)) return *refusal;
   setTitles(query, object, conversion);

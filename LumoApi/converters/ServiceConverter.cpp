@@ -33,8 +33,8 @@ Check setUserInfo(LumoApiQueryDictionary& query, const std::optional<Value>& bas
 
 Result<URL> urlWithExtraServiceObject(const LumoApiExtraServiceObject& object, Conversion& conversion) {
   LumoApiQueryDictionary query;
-  query.set(keys::kSourceType, QueryValue::fixed("app"));
-  query.set(keys::kVersion, QueryValue::fixed("1"));
+  query.set(keys::kSourceType, "app");
+  query.set(keys::kVersion, "1");
   query.set(keys::kServiceId, QueryValue::text(unowned(object.serviceID()).value_or(Data())));
   setCallbackName(query, conversion);
   setStoreText(query, keys::kOpenId, conversion.store, conversion.store->openId);
@@ -49,9 +49,9 @@ Result<URL> urlWithExtraServiceObject(const LumoApiExtraServiceObject& object, C
 
 Result<URL> urlWithCommonServiceObject(const LumoApiCommonServiceObject& object, Conversion& conversion) {
   LumoApiQueryDictionary query;
-  query.set(keys::kSourceType, QueryValue::fixed("app"));
-  query.set(keys::kVersion, QueryValue::fixed("1"));
-  query.set(keys::kCallbackType, QueryValue::fixed("scheme"));
+  query.set(keys::kSourceType, "app");
+  query.set(keys::kVersion, "1");
+  query.set(keys::kCallbackType, "scheme");
   query.set(keys::kServiceId, QueryValue::text(unowned(object.serviceID()).value_or(Data())));
   setCallbackName(query, conversion);
   // Here the open identifier is the object's own, not the store's.

@@ -15,7 +15,7 @@ Check setExtMap(LumoApiQueryDictionary& query, const std::optional<Value>& extMa
 /// A post without staged bytes is found in the URL, where the messenger can do that.
 void setLocationWithoutBytes(LumoApiQueryDictionary& query, const Conversion& conversion) {
   if (conversion.store->isLumoSupportUrlInsteadPastedboard) {
-    query.set(keys::kObjectLocation, QueryValue::fixed("url"));
+    query.set(keys::kObjectLocation, "url");
   }
 }
 
@@ -55,7 +55,7 @@ Result<URL> urlWithVideoForNimboObject(const LumoApiVideoForNimboObject& object,
     if (exceeds(*video, limits::kFeedVideo)) {
       return tooLarge("videoData", *video, limits::kFeedVideo, "param error: video data is too big");
     }
-    query.set(keys::kObjectLocation, QueryValue::fixed("pasteboard"));
+    query.set(keys::kObjectLocation, "pasteboard");
   }
   setCallbackName(query, conversion);
   if (Check refusal = setExtMap(query, object.extMap())) return *refusal;

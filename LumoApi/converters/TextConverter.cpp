@@ -18,8 +18,7 @@ Result<URL> urlWithTextObject(const LumoApiTextObject& object, Conversion& conve
   LumoApiQueryDictionary query = fixedEntries("text");
   query.set(keys::kFileData, QueryValue::base64(Data::unowned(*text)));
   // The messenger takes the text from the URL in any case; a newer one is told so.
-  if (conversion.store->isLumoSupportUrlForShareText)
-    query.set(keys::kObjectLocation, QueryValue::fixed("url"));
+  if (conversion.store->isLumoSupportUrlForShareText) query.set(keys::kObjectLocation, "url");
   setCallbackName(query, conversion);
   if (Check refusal = setTagNameAndMessageExt(query, object)) return *refusal;
   setTitles(query, object, conversion);

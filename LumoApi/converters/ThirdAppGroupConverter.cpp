@@ -11,11 +11,11 @@ namespace {
 /// The entries that other kinds always carry; here only where the messenger can open the app again.
 void setSource(LumoApiQueryDictionary& query, const Conversion& conversion) {
   if (!conversion.store->scheme) return;
-  query.set(keys::kSource, QueryValue::fixed("external"));
-  query.set(keys::kCallbackType, QueryValue::fixed("scheme"));
+  query.set(keys::kSource, "external");
+  query.set(keys::kCallbackType, "scheme");
   setCallbackName(query, conversion);
-  query.set(keys::kSourceType, QueryValue::fixed("app"));
-  query.set(keys::kVersion, QueryValue::fixed("1"));
+  query.set(keys::kSourceType, "app");
+  query.set(keys::kVersion, "1");
 }
 
 /// Binding and joining differ in what they send of these two texts, and in where they lead.

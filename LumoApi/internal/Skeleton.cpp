@@ -21,17 +21,17 @@ Check checkedData(const std::optional<Data>& data, const std::optional<Data>& pr
 
 LumoApiQueryDictionary fixedEntries(FixedWord kindWord) {
   LumoApiQueryDictionary query;
-  query.reserve(20);
-  query.set(keys::kSourceType, QueryValue::fixed("app"));
-  query.set(keys::kVersion, QueryValue::fixed("1"));
-  query.set(keys::kFileType, QueryValue::fixed(kindWord));
-  query.set(keys::kCallbackType, QueryValue::fixed("scheme"));
+  query.reserve(14);
+  query.set(keys::kSourceType, "app");
+  query.set(keys::kVersion, "1");
+  query.set(keys::kFileType, kindWord);
+  query.set(keys::kCallbackType, "scheme");
   return query;
 }
 
 LumoApiQueryDictionary fixedEntriesWithPasteboard(FixedWord kindWord) {
   LumoApiQueryDictionary query = fixedEntries(kindWord);
-  query.set(keys::kObjectLocation, QueryValue::fixed("pasteboard"));
+  query.set(keys::kObjectLocation, "pasteboard");
   return query;
 }
 

@@ -2,6 +2,8 @@
 
 #include "platform/Kernels.h"
 
+#include <utility>
+
 namespace lumo {
 
 namespace {
@@ -17,16 +19,33 @@ void forEachPiece(std::string_view text, const Visitor& visit) {
   }
 }
 
+/// Whether the piece is a pair with the key, which has no "=".
+bool hasKey(std::string_view piece, std::string_view key) noexcept {
+  return piece.size() > key.size() && piece[key.size()] == '=' && piece.starts_with(key);
+}
+
 }  // namespace
+
+RawQuery::RawQuery(Data text) noexcept : text_(std::move(text)) {
+  known_ = kernels::best().places('&', text_.view(), ends_);
+  if (known_ < kMostKnown) ends_[known_++] = text_.size();
+}
 
 bool RawQuery::empty() const noexcept { return text_.view().find('=') == std::string_view::npos; }
 
 std::optional<std::string_view> RawQuery::find(std::string_view key) const noexcept {
-  if (key.find('=') != key.npos || key.find('&') != key.npos) return std::nullopt;
   const std::string_view query = text_.view();
-  const std::size_t value = kernels::best().findValue(query, key);
-  if (value == query.npos) return std::nullopt;
-  return query.substr(value, query.substr(value).find('&'));
+  if (query.empty() || key.find('=') != key.npos) return std::nullopt;
+  std::optional<std::string_view> last;
+  const auto look = [&](std::string_view piece) {
+    if (hasKey(piece, key)) last = piece.substr(key.size() + 1);
+  };
+  if (ends_[known_ - 1] < query.size()) forEachPiece(query.substr(ends_[known_ - 1] + 1), look);
+  for (std::size_t i = known_; i-- > 0 && !last;) {
+    const std::size_t begin = i == 0 ? 0 : ends_[i - 1] + 1;
+    look(query.substr(begin, ends_[i] - begin));
+  }
+  return last;
 }
 
 StringDictionary RawQuery::dictionary() const {

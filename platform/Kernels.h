@@ -63,9 +63,9 @@ struct Kernels {
   /// Writes the text with every byte that is not in the set as a percent escape; gives the end of it.
   char* (*escape)(std::string_view text, const ASCIISet& kept, char* out) noexcept;
 
-  /// Where the value of the last pair with the key begins in a text of "key=value" pieces between "&"; npos
-  /// where no piece has the key.
-  std::size_t (*findValue)(std::string_view query, std::string_view key) noexcept;
+  /// Writes the places of the first bytes that are the character (not NUL), as many as there is room for;
+  /// gives their number.
+  std::size_t (*places)(char character, std::string_view text, std::span<std::size_t> out) noexcept;
 };
 
 extern const Kernels kPlain;

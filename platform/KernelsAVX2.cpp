@@ -183,7 +183,7 @@ bool decodeBase64(std::string_view text, std::uint8_t* out) noexcept {
 }  // namespace
 
 constinit const Kernels kAVX2 = {"AVX2",           encodeBase64, decodeBase64, utf16Length<AVX2>,
-                                 escapedRun<AVX2>, count<AVX2>,  escape<AVX2>, findValue<AVX2>};
+                                 escapedRun<AVX2>, count<AVX2>,  escape<AVX2>, places<AVX2>};
 
 }  // namespace lumo::kernels
 

@@ -243,7 +243,7 @@ char* escape(std::string_view text, const ASCIISet& kept, char* out) noexcept {
 }  // namespace
 
 constinit const Kernels kAVX512 = {"AVX-512",          encodeBase64,  decodeBase64, utf16Length<AVX512>,
-                                   escapedRun<AVX512>, count<AVX512>, escape,       findValue<AVX512>};
+                                   escapedRun<AVX512>, count<AVX512>, escape,       places<AVX512>};
 
 }  // namespace lumo::kernels
 

@@ -111,7 +111,7 @@ bool decodeBase64(std::string_view text, std::uint8_t* out) noexcept {
 }  // namespace
 
 constinit const Kernels kNEON = {"NEON",           encodeBase64, decodeBase64, utf16Length<NEON>,
-                                 escapedRun<NEON>, count<NEON>,  escape<NEON>, findValue<NEON>};
+                                 escapedRun<NEON>, count<NEON>,  escape<NEON>, places<NEON>};
 
 }  // namespace lumo::kernels
 

@@ -45,6 +45,6 @@ char* plain::escape(std::string_view text, const ASCIISet& kept, char* out) noex
 
 constinit const Kernels kPlain = {
     "plain",           plain::encodeBase64, plain::decodeBase64, plain::utf16Length,
-    plain::escapedRun, plain::count,        plain::escape,       plain::findValue};
+    plain::escapedRun, plain::count,        plain::escape,       plain::places};
 
 }  // namespace lumo::kernels

@@ -134,15 +134,14 @@ inline std::size_t count(std::string_view text, const ASCIISet& set) noexcept {
 
 char* escape(std::string_view text, const ASCIISet& kept, char* out) noexcept;
 
-inline std::size_t findValue(std::string_view query, std::string_view key) noexcept {
-  std::size_t found = query.npos;
-  for (std::size_t piece = 0;;) {
-    const std::string_view rest = query.substr(piece);
-    if (rest.starts_with(key) && rest.substr(key.size()).starts_with('=')) found = piece + key.size() + 1;
-    const std::size_t separator = rest.find('&');
-    if (separator == rest.npos) return found;
-    piece += separator + 1;
+inline std::size_t places(char character, std::string_view text, std::span<std::size_t> out) noexcept {
+  std::size_t found = 0;
+  for (std::size_t at = 0; found < out.size(); ++at) {
+    at = text.find(character, at);
+    if (at == text.npos) break;
+    out[found++] = at;
   }
+  return found;
 }
 
 }  // namespace lumo::kernels::plain

@@ -244,24 +244,15 @@ char* escape(std::string_view text, const ASCIISet& kept, char* out) noexcept {
 }
 
 template <class U>
-std::size_t findValue(std::string_view query, std::string_view key) noexcept {
+std::size_t places(char character, std::string_view text, std::span<std::size_t> out) noexcept {
   using Bits = typename U::Bits;
   constexpr Bits kFirstByte = (Bits{1} << U::kBits) - 1;
-  const auto first = static_cast<std::uint8_t>(key.empty() ? '=' : key.front());
-  Bits begun = kFirstByte;  // a piece begins with the block
-  std::size_t found = query.npos;
-  for (std::size_t at = 0; at < query.size(); at += U::kSize) {
-    const auto block = loadUpTo<U>(query.substr(at));
-    const Bits separators = U::equal(block, '&');
-    Bits pieces = (begun | separators << U::kBits) & U::equal(block, first);
-    begun = separators >> (kWidth<U> - U::kBits);
-    while (pieces != 0) {
-      const std::size_t place = firstOf<U>(pieces);
-      pieces &= ~(kFirstByte << place * U::kBits);
-      const std::string_view piece = query.substr(at + place);
-      if (piece.starts_with(key) && piece.substr(key.size()).starts_with('=')) {
-        found = at + place + key.size() + 1;
-      }
+  std::size_t found = 0;
+  for (std::size_t at = 0; at < text.size(); at += U::kSize) {
+    Bits bits = U::equal(loadUpTo<U>(text.substr(at)), static_cast<std::uint8_t>(character));
+    for (; bits != 0; bits &= ~(kFirstByte << firstOf<U>(bits) * U::kBits)) {
+      if (found == out.size()) return found;
+      out[found++] = at + firstOf<U>(bits);
     }
   }
   return found;

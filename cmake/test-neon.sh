@@ -1,9 +1,9 @@
 #!/bin/sh
-# Runs the tests of the NEON kernels under an emulator, on a machine of any kind with the Debian packages
-# g++-aarch64-linux-gnu, qemu-user and googletest.
+# Runs the tests of the NEON kernels under an emulator, with the Debian packages that ./dev neon installs:
+#   cmake/test-neon.sh BUILD_DIR
 set -eu
 cd "$(dirname "$0")/.."
-build=${1:-build/neon}
+build=${1:?usage: cmake/test-neon.sh BUILD_DIR}
 googletest=/usr/src/googletest/googletest
 mkdir -p "$build"
 

@@ -153,10 +153,12 @@ std::optional<URL> routed(const lumo::Destination& destination, const LumoApiQue
 /// For a path of the caller's, which may be any text.
 std::optional<URL> routed(const lumo::Destination& destination, std::string_view path,
                           LumoApiQueryDictionary& query, std::int32_t type,
-                          std::uint64_t shareDestType) noexcept {
-  LumoApiMessageAndUrlConverter::updateQueryItemInfo(query, type, shareDestType);
+                          std::uint64_t shareDestType) noexcept try {
+  lumo::setCommonKeys(query, type, LumoApiDatastore::instance().values());
   return LumoApiURLEncoder::urlWithScheme(destination.schemeFor(shareDestType), destination.host, path,
                                           &query);
+} catch (...) {  // memory is exhausted: a URL without some of the keys would be another request
+  return std::nullopt;
 }
 
 }  // namespace

@@ -34,6 +34,8 @@ std::optional<Data> jpegRepresentation(const Data& picture, double quality) {
 
 namespace image {
 
+void requireMemory(std::uint64_t size) { (void)Data::uninitialized(size); }
+
 void layOverWhite(std::uint8_t* row, std::size_t width, int channels) noexcept {
   if (!hasAlpha(channels)) return;
   const int colors = channels - 1;

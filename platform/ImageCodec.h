@@ -43,6 +43,10 @@ struct Traits {
   Data colorProfile;    // empty: sRGB is assumed
 };
 
+/// Throws std::bad_alloc unless this much memory is to be had at this moment. Asked before the pictures of
+/// the libraries that take want of memory for damage, or do not survive it.
+void requireMemory(std::uint64_t size);
+
 /// The orientation in an EXIF block; 1 where there is none.
 int orientationOf(std::span<const std::uint8_t> exif) noexcept;
 

@@ -25,7 +25,13 @@ using Handle = std::unique_ptr<heif_image_handle, Release<heif_image_handle_rele
 using Image = std::unique_ptr<heif_image, Release<heif_image_release>>;
 using Options = std::unique_ptr<heif_decoding_options, Release<heif_decoding_options_free>>;
 
-bool isFine(const heif_error& error) { return error.code == heif_error_Ok; }
+bool isFine(const heif_error& error) {
+  if (error.code == heif_error_Memory_allocation_error &&
+      error.subcode != heif_suberror_Security_limit_exceeded) {
+    throw std::bad_alloc();
+  }
+  return error.code == heif_error_Ok;
+}
 
 bool isWithin(int width, int height) {
   return width > 0 && height > 0 &&
@@ -74,9 +80,10 @@ std::optional<Data> reencode(const Data& picture, int quality) {
   if (!context) throw std::bad_alloc();
   const Handle handle = primaryPictureOf(context.get(), picture);
   if (!handle) return std::nullopt;
-  if (!isWithin(heif_image_handle_get_width(handle.get()), heif_image_handle_get_height(handle.get()))) {
-    return std::nullopt;
-  }
+  const int codedWidth = heif_image_handle_get_width(handle.get());
+  const int codedHeight = heif_image_handle_get_height(handle.get());
+  if (!isWithin(codedWidth, codedHeight)) return std::nullopt;
+  requireMemory(static_cast<std::uint64_t>(codedWidth) * static_cast<std::uint64_t>(codedHeight) * 12);
   const Image image = decode(handle.get());
   if (!image) return std::nullopt;
 

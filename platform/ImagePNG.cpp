@@ -3,6 +3,8 @@
 #include <png.h>
 
 #include <algorithm>
+#include <cstdlib>
+#include <new>
 #include <string_view>
 #include <vector>
 
@@ -38,8 +40,9 @@ class Reader {
 
   /// Reads up to the pixels.
   bool open() {
-    return trap_.run([this] {
-      png_ = png_create_read_struct(PNG_LIBPNG_VER_STRING, &trap_, fail, ignoreWarning);
+    return run([this] {
+      png_ =
+          png_create_read_struct_2(PNG_LIBPNG_VER_STRING, this, fail, ignoreWarning, this, allocate, release);
       if (!png_) trap_.fail(true);
       info_ = png_create_info_struct(png_);
       if (!info_) trap_.fail(true);
@@ -67,7 +70,7 @@ class Reader {
 
   /// From here on rows have 8 bits a channel, without palette.
   bool start() {
-    return trap_.run([this] {
+    return run([this] {
       png_set_scale_16(png_);
       png_set_expand(png_);
       png_read_update_info(png_, info_);
@@ -75,20 +78,35 @@ class Reader {
   }
 
   bool readRow(std::uint8_t* row) {
-    return trap_.run([&] { png_read_row(png_, row, nullptr); });
+    return run([&] { png_read_row(png_, row, nullptr); });
   }
 
   bool readAll(std::uint8_t** rows) {
-    return trap_.run([&] { png_read_image(png_, rows); });
+    return run([&] { png_read_image(png_, rows); });
   }
 
   bool readEnd() {
-    return trap_.run([this] { png_read_end(png_, nullptr); });
+    return run([this] { png_read_end(png_, nullptr); });
   }
 
  private:
+  /// The library goes on without memory where it can, and calls a picture damaged where it cannot: neither is
+  /// to be taken for what the file says.
+  template <class Calls>
+  bool run(const Calls& calls) {
+    const bool done = trap_.run(calls);
+    if (outOfMemory_) throw std::bad_alloc();
+    return done;
+  }
+
+  static png_voidp allocate(png_structp png, png_alloc_size_t size) {
+    void* block = std::malloc(size);
+    if (!block) static_cast<Reader*>(png_get_mem_ptr(png))->outOfMemory_ = true;
+    return block;
+  }
+  static void release(png_structp, png_voidp block) { std::free(block); }
   static void fail(png_structp png, png_const_charp) {
-    static_cast<ErrorTrap*>(png_get_error_ptr(png))->fail();
+    static_cast<Reader*>(png_get_error_ptr(png))->trap_.fail();
   }
   static void ignoreWarning(png_structp, png_const_charp) {}
 
@@ -112,6 +130,7 @@ class Reader {
   const Data& picture_;
   std::size_t place_ = 0;
   ErrorTrap trap_;
+  bool outOfMemory_ = false;
   png_structp png_ = nullptr;
   png_infop info_ = nullptr;
 };

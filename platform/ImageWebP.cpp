@@ -3,6 +3,7 @@
 #include <webp/decode.h>
 
 #include <algorithm>
+#include <new>
 #include <string_view>
 #include <vector>
 
@@ -47,10 +48,17 @@ std::optional<Data> reencodeWebP(const Data& picture, int quality) {
   const int channels = features.has_alpha ? 4 : 3;
   const std::size_t stride = std::size_t{width} * static_cast<unsigned>(channels);
   std::vector<std::uint8_t> pixels(stride * height);
-  const auto decode = features.has_alpha ? WebPDecodeRGBAInto : WebPDecodeRGBInto;
-  if (!decode(still.data(), still.size(), pixels.data(), pixels.size(), static_cast<int>(stride))) {
-    return std::nullopt;
-  }
+  constexpr int kLossy = 1;
+  if (features.format != kLossy || features.has_alpha) requireMemory(std::uint64_t{width} * height * 8);
+  WebPDecoderConfig config{};
+  if (!WebPInitDecoderConfig(&config)) return std::nullopt;
+  config.output.colorspace = features.has_alpha ? MODE_RGBA : MODE_RGB;
+  config.output.is_external_memory = 1;
+  config.output.u.RGBA = {pixels.data(), static_cast<int>(stride), pixels.size()};
+  const VP8StatusCode status = WebPDecode(still.data(), still.size(), &config);
+  // Nobody aborts here but the decoder itself, where its last buffer is not to be had.
+  if (status == VP8_STATUS_OUT_OF_MEMORY || status == VP8_STATUS_USER_ABORT) throw std::bad_alloc();
+  if (status != VP8_STATUS_OK) return std::nullopt;
   const Data exif = chunkOf(picture, "EXIF"sv);
   const Traits traits{orientationOf({exif.data(), exif.size()}),
                       fittingProfile(chunkOf(picture, "ICCP"sv), 3)};

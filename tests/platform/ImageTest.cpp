@@ -1,6 +1,7 @@
 #include "platform/Base64.h"
 #include "platform/Image.h"
 #include "platform/ImageCodec.h"
+#include "tests/platform/SampleHEIF.h"
 
 #include <gtest/gtest.h>
 #include <jpeglib.h>
@@ -169,18 +170,6 @@ std::string riffChunk(const std::string& name, const std::string& content) {
   return name + std::string{static_cast<char>(size & 255), static_cast<char>(size >> 8), 0, 0} + content +
          std::string(size % 2, '\0');
 }
-
-/// The opaque picture as a HEIC file, for which there is no encoder everywhere; base64.
-constexpr std::string_view kHEIF =
-    "AAAAHGZ0eXBoZWljAAAAAG1pZjFoZWljbWlhZgAAAa1tZXRhAAAAAAAAACFoZGxyAAAAAAAAAABwaWN0AAAAAAAAAAAAAAAAAAAAAA5w"
-    "aXRtAAAAAAACAAAAEGlkYXQAAAAAACAAIAAAADhpbG9jAQAAAERAAAIAAQAAAAAAAAHRAAEAAAAAAAAAoQACAAEAAAAAAAAAAQAAAAAA"
-    "AAAIAAAAOGlpbmYAAAAAAAIAAAAVaW5mZQIAAAEAAQAAaHZjMQAAAAAVaW5mZQIAAAAAAgAAZ3JpZAAAAADYaXBycAAAALZpcGNvAAAA"
-    "dmh2Y0MBA3AAAAAAAAAAAAAe8AD8/fj4AAAPAyAAAQAYQAEMAf//A3AAAAMAkAAAAwAAAwAeugJAIQABACpCAQEDcAAAAwCQAAADAAAD"
-    "AB6gIIEFlurkprm4EBAwIAAAAwAgAAADACEiAAEABkQBwXPAiQAAABRpc3BlAAAAAAAAAEAAAABAAAAAFGlzcGUAAAAAAAAAIAAAACAA"
-    "AAAQcGl4aQAAAAADCAgIAAAAGmlwbWEAAAAAAAAAAgABAoECAAICA4QAAAAaaXJlZgAAAAAAAAAOZGltZwACAAEAAQAAAKltZGF0AAAA"
-    "nSgBrw7gNIIMV6/rYS//7dX5D8nFF+Q+6kP/bb//xQ6VUvkg8h+k2mv+i9/BK3xcf/36T/9bsoatrm1RxjKJABNkMFbcetrEcRR1HFL1"
-    "j8c+Dr17J3TWmzltXR206rJJbVNApfZpuotucN8MBFvj3OEH0Va2NI6nFh8JkiHDzhEAFTjaHuIQKd9sFtSSogtjxy9qM80dgf1GxIq6"
-    "U4A=";
 
 const std::string kExif =
     "II*\0\x08\0\0\0\x02\0\x25\x88\4\0\1\0\0\0\x26\0\0\0\x12\1\3\0\1\0\0\0\6\0\0\0\0\0\0\0GPS Taipei"s;

@@ -119,20 +119,27 @@ void fetchAhead(const void* in, const void* out) noexcept {
   _mm_prefetch(reinterpret_cast<const char*>(reinterpret_cast<std::uintptr_t>(out) + kAhead), _MM_HINT_T0);
 }
 
+// Up to 48 bytes.
+char* encodePart(std::span<const std::uint8_t> bytes, char* out) noexcept {
+  const std::size_t size = bytes.size() / 3 * 4;
+  _mm512_mask_storeu_epi8(out, AVX512::first(size), textOf(AVX512::loadPart(bytes.data(), bytes.size())));
+  return out + size;
+}
+
+// How many bytes a long text takes to get to the beginning of a line; from there each store fills one.
+std::size_t bytesToLine(const char* out) noexcept {
+  return (~reinterpret_cast<std::uintptr_t>(out) + 1) % 64 / 4 * 3;
+}
+
 char* encodeBase64(std::span<const std::uint8_t> bytes, char* out) noexcept {
-  std::size_t at = 0;
+  std::size_t at = bytes.size() < 1024 ? 0 : bytesToLine(out);
+  if (at > 0) out = encodePart(bytes.first(at), out);
   for (; bytes.size() - at >= 64; at += 48, out += 64) {
     fetchAhead(bytes.data() + at, out);
     AVX512::store(textOf(AVX512::load(bytes.data() + at)), out);
   }
-  while (at < bytes.size()) {
-    const std::size_t size = std::min<std::size_t>(bytes.size() - at, 48);
-    const __m512i text = textOf(AVX512::loadPart(bytes.data() + at, size));
-    _mm512_mask_storeu_epi8(out, AVX512::first(size / 3 * 4), text);
-    at += size;
-    out += size / 3 * 4;
-  }
-  return out;
+  for (; at + 48 < bytes.size(); at += 48) out = encodePart(bytes.subspan(at, 48), out);
+  return encodePart(bytes.subspan(at), out);
 }
 
 constexpr auto kDigits = [] {
@@ -178,10 +185,10 @@ bool decodeBase64(std::string_view text, std::uint8_t* out) noexcept {
   return _mm512_movepi8_mask(seen) == 0;
 }
 
-// A third of the 192 bytes that 64 bytes become when each becomes three: "%" or the byte itself, and the two
-// digits.
+// A third of the 192 bytes that 64 bytes become when each becomes three: "%" or the byte itself, then its
+// upper and its lower digit.
 struct Third {
-  Bytes64 from;                         // of the 64 bytes, for each byte here
+  Bytes64 from;  // for each byte here, which of the 64 it is of, or 64 more: lower digits
   std::array<std::uint64_t, 3> places;  // of the first, second and third bytes of the three
   std::array<int, 3> starts;            // the first of the 64 bytes whose first, second or third byte is here
 };
@@ -190,7 +197,7 @@ constexpr Third third(std::size_t which) noexcept {
   Third made{};
   for (std::size_t i = 64; i-- > 0;) {
     const std::size_t from = (64 * which + i) / 3, place = (64 * which + i) % 3;
-    made.from[i] = static_cast<std::uint8_t>(from);
+    made.from[i] = static_cast<std::uint8_t>(place == 2 ? from + 64 : from);
     made.places[place] |= std::uint64_t{1} << i;
     made.starts[place] = static_cast<int>(from);
   }
@@ -223,17 +230,16 @@ char* escape(std::string_view text, const ASCIISet& kept, char* out) noexcept {
     const __m512i lows = AVX512::lookUp(digits, AVX512::low(bytes));
     for (const Third& part : kThirds) {
       const __m512i from = AVX512::load(part.from.data());
-      __m512i spread = _mm512_permutexvar_epi8(from, firsts);
-      spread = _mm512_mask_permutexvar_epi8(spread, part.places[1], from, highs);
-      spread = _mm512_mask_permutexvar_epi8(spread, part.places[2], from, lows);
+      const __m512i spread = _mm512_permutex2var_epi8(highs, from, lows);
       if (escaped == AVX512::first(64)) {
-        AVX512::store(spread, out);
+        AVX512::store(_mm512_mask_mov_epi8(spread, part.places[0], firsts), out);
         out += 64;
         continue;
       }
       const std::uint64_t here = wanted(part, present, escaped);
       const auto size = static_cast<std::size_t>(std::popcount(here));
-      _mm512_mask_storeu_epi8(out, AVX512::first(size), _mm512_maskz_compress_epi8(here, spread));
+      const __m512i all = _mm512_mask_permutexvar_epi8(spread, part.places[0], from, firsts);
+      _mm512_mask_storeu_epi8(out, AVX512::first(size), _mm512_maskz_compress_epi8(here, all));
       out += size;
     }
   }

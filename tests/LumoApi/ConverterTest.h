@@ -8,10 +8,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 #include <memory>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 using Converter = LumoApiMessageAndUrlConverter;
@@ -27,26 +29,33 @@ inline std::string base64(std::string_view text) {
   return LumoOpenApiUtility::base64EncodedStringWithUTF8String(text).value();
 }
 
-/// Splits a URL's text by hand, so that the encoder is not judged by the decoder.
-inline Pairs pairsOf(const std::optional<URL>& url) {
-  Pairs pairs;
-  if (!url) return pairs;
-  const std::string text(url->absoluteString());
-  std::size_t place = text.find('?');
-  while (place != std::string::npos) {
-    const std::size_t end = text.find('&', place + 1);
-    const std::string piece = text.substr(place + 1, end == std::string::npos ? end : end - place - 1);
+/// A new object, filled by `fill(object)`.
+template <class Object, class Fill>
+std::shared_ptr<Object> made(const Fill& fill) {
+  auto object = std::make_shared<Object>();
+  fill(*object);
+  return object;
+}
+
+/// The pairs of a query, "a=1&b=2", split by hand, so that the encoder is not judged by the decoder.
+inline Pairs pairs(std::string_view query) {
+  Pairs split;
+  while (!query.empty()) {
+    const std::string_view piece = query.substr(0, query.find('&'));
     const std::size_t equals = piece.find('=');
-    EXPECT_TRUE(pairs.emplace(piece.substr(0, equals), piece.substr(equals + 1)).second) << piece;
-    place = end;
+    EXPECT_TRUE(split.emplace(piece.substr(0, equals), piece.substr(equals + 1)).second) << piece;
+    query.remove_prefix(std::min(piece.size() + 1, query.size()));
   }
-  return pairs;
+  return split;
+}
+inline Pairs pairsOf(const std::optional<URL>& url) {
+  const std::string_view text = url ? url->absoluteString() : "";
+  return pairs(text.substr(std::min(text.find('?'), text.size() - 1) + 1));
 }
 
 /// What stands before the "?".
 inline std::string targetOf(const std::optional<URL>& url) {
-  if (!url) return "(null)";
-  return std::string(url->absoluteString().substr(0, url->absoluteString().find('?')));
+  return url ? std::string(url->absoluteString().substr(0, url->absoluteString().find('?'))) : "(null)";
 }
 
 /// A store with scheme "demo" and name "Demo", an old record in it, an empty thread slot, and the log
@@ -62,6 +71,7 @@ class ConverterTest : public testing::Test {
   ~ConverterTest() override {
     LumoApiLog::removeHandler();
     LumoApiCurrentObject::set(nullptr);
+    store().setPasteboard(nullptr);
     store().setValues({});
     store().setApiLargeData(nullptr);
   }
@@ -76,7 +86,12 @@ class ConverterTest : public testing::Test {
     LumoApiMessage message = LumoApiMessage::messageWithObject(std::move(object), type);
     message.setIsSupportKiva(card != nullptr);
     message.setKivaObject(std::move(card));
-    return Converter::urlWithMessage(message, &refusal);
+    const auto url = Converter::urlWithMessage(message, &refusal);
+    const auto parts = [](const URL& u) { return std::tuple(u.scheme(), u.host(), u.path(), u.query()); };
+    if (url) {
+      EXPECT_EQ(parts(*url), parts(URL::parse(url->absoluteString()).value()));
+    }
+    return url;
   }
 
   bool storeUntouched() const { return store().getApiLargeData() == before; }
@@ -88,9 +103,7 @@ class ConverterTest : public testing::Test {
   }
 
   static std::shared_ptr<LumoApiKivaObject> card(std::optional<std::string> text) {
-    auto made = std::make_shared<LumoApiKivaObject>();
-    made->setKivaData(std::move(text));
-    return made;
+    return made<LumoApiKivaObject>([&](auto& o) { o.setKivaData(text); });
   }
 
   LumoApiDatastore::Values values;

@@ -1,232 +1,250 @@
 // What each kind refuses, in which order, with which log line; and that a refusal leaves the store alone.
 
+#include "model/ContentClasses.h"
 #include "tests/LumoApi/ConverterTest.h"
 
 namespace {
 
 class Refusals : public ConverterTest {};
 
-using Spoil = std::function<void(LumoApiObject&)>;
+using Fields = Value::Dictionary;
+using List = Value::Array;
 
-/// Spoils an object of one class.
-template <class Object>
-Spoil on(std::function<void(Object&)> spoil) {
-  return [spoil](LumoApiObject& object) { spoil(static_cast<Object&>(object)); };
+void put(std::uint64_t& field, const Value& value) { field = static_cast<std::uint64_t>(*value.asInteger()); }
+
+template <class T>
+void put(std::optional<T>& field, const Value& value) {
+  field.reset();
+  if (value.isNull()) return;
+  if constexpr (std::same_as<T, Value>) {
+    field = value;
+  } else if constexpr (std::same_as<T, URL>) {
+    field = URL::parse(*value.asString());
+  } else if constexpr (std::same_as<T, lumo::StringDictionary>) {
+    field.emplace();
+    for (const auto& [key, text] : *value.asDictionary()) field->set(key, *text.asString());
+  } else {
+    field = *lumo::contentOf<T>(value);
+  }
 }
 
+template <class T>
+void put(std::optional<std::vector<T>>& field, const Value& value) {
+  field = lumo::listOf<T>(value);
+}
+
+/// Sets the object's fields by their names; a null value makes a field absent.
+void set(LumoApiObject& object, const Fields& fields) {
+  std::size_t known = 0;
+  lumo::visitContent(object, [&](const char*, auto& exact) {
+    lumo::forEachField(exact, [&](const char* name, auto& field) {
+      const Value* value = fields.find(name);
+      if (value) put(field, *value), ++known;
+    });
+  });
+  EXPECT_EQ(known, fields.size()) << "a field that the class does not have";
+}
+
+std::shared_ptr<LumoApiObject> withFields(const char* className, const Fields& fields) {
+  auto object = lumo::newContentObject(className);
+  set(*object, fields);
+  return object;
+}
+
+/// A field with a value that is refused.
 struct Fault {
-  Spoil spoil;
-  std::optional<const char*> logged;  // null: refused in silence
-  const char* description;
+  const char* field;
+  Value value;
+  const char* logged;  // null: refused in silence
+  std::string reason;
+  Fields others = {};  // set along with it
+
+  std::string description() const { return std::string(field) + ": " + reason; }
 };
+using Faults = std::vector<Fault>;
 
-constexpr std::size_t kMiB = 1'048'576;
-
-template <class Object>
-std::vector<Fault> tagFaults() {
-  return {{on<Object>([](auto& o) { o.setTagName(letters(129)); }), "param error: tag name data is too big",
-              "tagName: 129 UTF-16 code units, at most 128"},
-      {on<Object>([](auto& o) { o.setMessageExt(letters(257)); }), "param error: message ext data is too big",
-          "messageExt: 257 UTF-16 code units, at most 256"}};
-}
-
-template <class Object>
-Fault bigPreview() {
-  return {on<Object>([](auto& o) { o.setPreviewImageData(bytes(kMiB + 1)); }),
-      "param error: preview image data is too big", "previewImageData: 1048577 bytes, at most 1048576"};
-}
-
-template <class Object>
-std::vector<Fault> dataFaults(const char* nil, const char* tooBig) {
-  return {{on<Object>([](auto& o) { o.setData(std::nullopt); }), nil, "data: missing or empty"},
-      {on<Object>([](auto& o) { o.setData(Data()); }), nil, "data: missing or empty"},
-      {on<Object>([](auto& o) { o.setData(bytes(5 * kMiB + 1)); }), tooBig,
-          "data: 5242881 bytes, at most 5242880"}};
-}
-
-std::vector<Fault> operator+(std::vector<Fault> a, const std::vector<Fault>& b) {
+Faults operator+(Faults a, const Faults& b) {
   a.insert(a.end(), b.begin(), b.end());
   return a;
 }
 
-/// The faults of one kind in the order in which they are looked for.
-struct Kind {
-  std::function<std::shared_ptr<LumoApiObject>()> fine;
-  std::vector<Fault> faults;
-};
+constexpr std::size_t kMiB = 1'048'576;
+const char* const kSilent = nullptr;
+const char* const kMissing = "missing or empty";
+const char* const kNotUTF8 = "not valid UTF-8";
+const char* const kNotSerialisable = "holds something that cannot be serialised";
+const char* const kNoImage = "param error: image data is nil";
+const char* const kBigImage = "param error: image data is too big";
+const char* const kNoPreviewURL = "param error: preview image url is nil";
+const Value kNoJSON(Fields{{"bytes", Data()}});
 
-const Value kNotJSON(Value::Dictionary{{"bytes", Data()}});
-
-std::vector<Kind> kinds() {
-  using Link = LumoApiURLObject;
-  using Common = LumoApiCommonContentObject;
-  using Faces = LumoApiImageArrayForFaceCollectionObject;
-  using FeedVideo = LumoApiVideoForNimboObject;
-  const char* nil = "param error: image data is nil";
-  const char* tooBig = "param error: image data is too big";
-  return {{[] { return Link::objectWithURL(URL::parse("https://a/"), "T", {}, {}, 0); },
-              std::vector<Fault>{bigPreview<Link>(),
-                  {on<Link>([](auto& o) { o.setTitle(std::nullopt); }), "param error: title is nil",
-                      "title: missing or empty"},
-                  {on<Link>([](auto& o) { o.setTitle(""), o.setCflag(9); }), "param error: title is nil",
-                      "title: missing or empty"},
-                  {on<Link>([](auto& o) { o.setUrl(std::nullopt); }), "param error: url is nil",
-                      "url: missing or empty"},
-                  {on<Link>([](auto& o) { o.setUrl(URL::parse("")); }), "param error: url is nil",
-                      "url: missing or empty"},
-                  {on<Link>([](auto& o) { o.setUrl(URL::parse(letters(1025))); }),
-                      "param error: url is too long", "url: 1025 UTF-16 code units, at most 1024"}} +
-                  tagFaults<Link>()},
-      {[] { return LumoApiExtendObject::objectWithData(bytes(1), {}, {}, {}); },
-          dataFaults<LumoApiExtendObject>("param error: data is nil", "param error: data is too big") +
-              std::vector{bigPreview<LumoApiExtendObject>()} + tagFaults<LumoApiExtendObject>()},
-      {[] { return LumoApiImageObject::objectWithData(bytes(1), {}, {}, {}); },
-          dataFaults<LumoApiImageObject>(nil, tooBig) + std::vector{bigPreview<LumoApiImageObject>()} +
-              tagFaults<LumoApiImageObject>()},
-      {[] {
-         auto image = std::make_shared<LumoApiWebImageObject>();
-         image->setPreviewImageURL(URL::parse("https://a/"));
-         return image;
-       },
-          std::vector<Fault>{
-              {on<LumoApiWebImageObject>([](auto& o) { o.setPreviewImageURL(std::nullopt); }),
-                  "param error: preview image url is nil", "previewImageURL: missing or empty"},
-              {on<LumoApiWebImageObject>([](auto& o) { o.setPreviewImageURL(URL::parse("")); }),
-                  "param error: preview image url is nil", "previewImageURL: missing or empty"}} +
-              tagFaults<LumoApiWebImageObject>()},
-      {[] {
-         auto file = std::make_shared<LumoApiFileObject>();
-         file->setData(bytes(1));
-         return file;
-       },
-          dataFaults<LumoApiFileObject>(nil, "param error: file data is too big") +
-              std::vector{bigPreview<LumoApiFileObject>()}},
-      {[] {
-         auto common = std::make_shared<Common>();
-         common->setPreviewImageData(bytes(1));
-         common->setTextArray(std::vector<std::string>{"t"});
-         common->setPictureDataArray(std::vector{bytes(1)});
-         return common;
-       },
-          std::vector<Fault>{{on<Common>([](auto& o) { o.setPreviewImageData(Data()); }), nil,
-                                 "previewImageData: missing or empty"},
-              {on<Common>([](auto& o) { o.setTextArray({}), o.setPictureDataArray(std::vector<Data>{}); }),
-                  nil, "textArray: missing or empty"},
-              bigPreview<Common>(),
-              {on<Common>([](auto& o) { o.setTextArray(std::vector<std::string>(2)); }), {},
-                  "textArray: 2 entries, at most 1"},
-              {on<Common>([](auto& o) { o.setPictureDataArray(std::vector<Data>(2)); }), {},
-                  "pictureDataArray: 2 entries, at most 1"},
-              {on<Common>([](auto& o) { o.setTextArray(std::vector{letters(1537)}); }), {},
-                  "textArray: 1537 UTF-16 code units, at most 1536"},
-              {on<Common>([](auto& o) { o.setPictureDataArray(std::vector{bytes(5 * kMiB + 1)}); }), {},
-                  "pictureDataArray: 5242881 bytes, at most 5242880"}} +
-              tagFaults<Common>() +
-              std::vector<Fault>{
-                  {on<Common>([](auto& o) { o.setTextArray(std::vector<std::string>{"\xFF"}); }), {},
-                      "textArray: holds something that cannot be serialised"}}},
-      {[] {
-         auto picture = std::make_shared<LumoApiImageForLumoAvatarObject>();
-         picture->setData(bytes(1));
-         return picture;
-       },
-          {{on<LumoApiImageForLumoAvatarObject>([](auto& o) { o.setData(Data()); }), nil,
-               "data: missing or empty"},
-              {on<LumoApiImageForLumoAvatarObject>([](auto& o) { o.setData(bytes(15 * kMiB + 1)); }), tooBig,
-                  "data: 15728641 bytes, at most 15728640"}}},
-      {[] {
-         auto video = std::make_shared<LumoApiVideoForLumoAvatarObject>();
-         video->setData(bytes(1));
-         return video;
-       },
-          dataFaults<LumoApiVideoForLumoAvatarObject>(
-              "param error: video data is nil", "param error: video data is too big than 5M.")},
-      {[] {
-         auto faces = std::make_shared<Faces>();
-         faces->setImageDataArray(std::vector{bytes(1)});
-         return faces;
-       },
-          {{on<Faces>([](auto& o) { o.setImageDataArray(std::nullopt); }), nil,
-               "imageDataArray: missing or empty"},
-              {on<Faces>([](auto& o) { o.setImageDataArray(std::vector<Data>{}); }),
-                  "param error: image count <= 0", "imageDataArray: missing or empty"},
-              {on<Faces>([](auto& o) { o.setImageDataArray(std::vector(10, bytes(2 * kMiB))); }),
-                  "param error: image count > 9", "imageDataArray: 10 entries, at most 9"},
-              {on<Faces>([](auto& o) {
-                 o.setImageDataArray(std::vector{bytes(1), bytes(kMiB + 1), bytes(3 * kMiB)});
-               }),
-                  tooBig, "imageDataArray: 1048577 bytes, at most 1048576"},
-              {on<Faces>([](auto& o) {
-                 o.setImageDataArray(std::vector{bytes(kMiB), bytes(kMiB), bytes(kMiB), bytes(1)});
-               }),
-                  "param error: all image data is too big",
-                  "imageDataArray: 3145729 bytes, at most 3145728"}}},
-      {[] { return std::make_shared<LumoApiImageArrayForNimboObject>(); },
-          {{on<LumoApiImageArrayForNimboObject>([](auto& o) { o.setExtMap(kNotJSON); }), {},
-              "extMap: holds something that cannot be serialised"}}},
-      {[] { return FeedVideo::objectWithVideoData(bytes(1), {}, {}); },
-          {{on<FeedVideo>([](auto& o) { o.setAssetURL(std::nullopt), o.setVideoData(std::nullopt); }), {},
-               "videoData: missing or empty"},
-              {on<FeedVideo>([](auto& o) { o.setAssetURL(""), o.setVideoData(Data()); }), {},
-                  "videoData: missing or empty"},
-              {on<FeedVideo>([](auto& o) { o.setAssetURL("\xFF"); }), {}, "assetURL: not valid UTF-8"},
-              {on<FeedVideo>([](auto& o) { o.setVideoData(bytes(50 * kMiB + 1)); }),
-                  "param error: video data is too big", "videoData: 52428801 bytes, at most 52428800"},
-              {on<FeedVideo>([](auto& o) { o.setExtMap(kNotJSON); }), {},
-                  "extMap: holds something that cannot be serialised"}}},
-      {[] { return std::make_shared<LumoApiExtraServiceObject>(); },
-          {{on<LumoApiExtraServiceObject>([](auto& o) { o.setExtraInfo(kNotJSON); }), {},
-              "extraInfo: holds something that cannot be serialised"}}},
-      {[] { return std::make_shared<LumoApiCommonServiceObject>(); },
-          {{on<LumoApiCommonServiceObject>([](auto& o) { o.setExtendInfo(kNotJSON); }), {},
-              "extendInfo: holds something that cannot be serialised"}}},
-      {[] {
-         auto group = std::make_shared<LumoApiCreateLumoGroupProObject>();
-         group->setSignString("s");
-         return group;
-       },
-          {{on<lumo::GroupProObject>([](auto& o) { o.setSignString(std::nullopt); }), {},
-               "signString: missing or empty"},
-              {on<lumo::GroupProObject>([](auto& o) {
-                 o.setQueryDictionary(lumo::StringDictionary{{"k", "\xFF"}});
-               }),
-                  {}, "queryDictionary: not valid UTF-8"},
-              {on<lumo::GroupProObject>([](auto& o) {
-                 o.setQueryDictionary(lumo::StringDictionary{{"a b", ""}});
-               }),
-                  {}, "queryDictionary: not a valid URL"}}},
-      {[] {
-         auto launch = std::make_shared<LumoApiLaunchMiniProgramObject>();
-         launch->setMiniAppID("m");
-         return launch;
-       },
-          {{on<LumoApiLaunchMiniProgramObject>([](auto& o) { o.setMiniAppID(""); }),
-               "param error: miniAppID is nil", "miniAppID: missing or empty"},
-              {on<LumoApiLaunchMiniProgramObject>([](auto& o) { o.setMiniAppID("\xFF"); }), {},
-                  "miniAppID: not valid UTF-8"}}}};
+// What is said of a size that is one past its limit.
+std::string overUnits(std::size_t limit) {
+  return std::to_string(limit + 1) + " UTF-16 code units, at most " + std::to_string(limit);
+}
+std::string overBytes(std::size_t limit) {
+  return std::to_string(limit + 1) + " bytes, at most " + std::to_string(limit);
 }
 
+// The faults of each kind, in the order in which they are looked for.
+
+const Faults kTags = {
+    {"tagName", letters(127) + "😀", "param error: tag name data is too big", overUnits(128)},
+    {"messageExt", letters(255) + "😀", "param error: message ext data is too big", overUnits(256)},
+};
+const Faults kPreview = {
+    {"previewImageData", bytes(kMiB + 1), "param error: preview image data is too big", overBytes(kMiB)},
+};
+Faults dataFaults(const char* isNil, const char* isTooBig) {
+  return {
+      {"data", nullptr, isNil, kMissing},
+      {"data", Data(), isNil, kMissing},
+      {"data", bytes(5 * kMiB + 1), isTooBig, overBytes(5 * kMiB)},
+  };
+}
+const Faults kText = {
+    {"text", nullptr, "param error: text is nil", kMissing},
+    {"text", "", "param error: text is nil", kMissing},
+    {"text", letters(1535) + "😀", "param error: text is too long", overUnits(1536)},
+    {"text", "\xED\xA0\x80", kSilent, kNotUTF8},
+};
+const Faults kLink = {
+    {"title", nullptr, "param error: title is nil", kMissing},
+    {"title", "", "param error: title is nil", kMissing, {{"cflag", 9}}},
+    {"url", nullptr, "param error: url is nil", kMissing},
+    {"url", "", "param error: url is nil", kMissing},
+    {"url", letters(1025), "param error: url is too long", overUnits(1024)},
+};
+const Faults kWebImage = {
+    {"previewImageURL", nullptr, kNoPreviewURL, kMissing},
+    {"previewImageURL", "", kNoPreviewURL, kMissing},
+};
+const Faults kCommonNothing = {
+    {"previewImageData", nullptr, kNoImage, kMissing},
+    {"previewImageData", Data(), kNoImage, kMissing},
+    {"textArray", nullptr, kNoImage, kMissing, {{"pictureDataArray", List()}}},
+};
+const Faults kCommonTooMuch = {
+    {"textArray", List{"a", "b"}, kSilent, "2 entries, at most 1"},
+    {"pictureDataArray", List{Data(), Data()}, kSilent, "2 entries, at most 1"},
+    {"textArray", List{letters(1535) + "😀"}, kSilent, overUnits(1536)},
+    {"pictureDataArray", List{bytes(5 * kMiB + 1)}, kSilent, overBytes(5 * kMiB)},
+};
+const Faults kAvatarPicture = {
+    {"data", Data(), kNoImage, kMissing},
+    {"data", bytes(15 * kMiB + 1), kBigImage, overBytes(15 * kMiB)},
+};
+const Faults kFaces = {
+    {"imageDataArray", nullptr, kNoImage, kMissing},
+    {"imageDataArray", List(), "param error: image count <= 0", kMissing},
+    {"imageDataArray", List(10, bytes(2 * kMiB)), "param error: image count > 9", "10 entries, at most 9"},
+    {"imageDataArray", List{bytes(1), bytes(kMiB + 1), bytes(3 * kMiB)}, kBigImage, overBytes(kMiB)},
+    {"imageDataArray", List{bytes(kMiB), bytes(kMiB), bytes(kMiB), bytes(1)},
+        "param error: all image data is too big", overBytes(3 * kMiB)},
+};
+const Faults kFeedVideo = {
+    {"videoData", nullptr, kSilent, kMissing, {{"assetURL", nullptr}}},
+    {"videoData", Data(), kSilent, kMissing, {{"assetURL", ""}}},
+    {"assetURL", "\xFF", kSilent, kNotUTF8},
+    {"videoData", bytes(50 * kMiB + 1), "param error: video data is too big", overBytes(50 * kMiB)},
+    {"extMap", kNoJSON, kSilent, kNotSerialisable},
+};
+const Faults kExtraService = {
+    {"openID", "\xFF", kSilent, kNotUTF8},
+    {"toUin", "\xFF", kSilent, kNotUTF8},
+    {"extraInfo", kNoJSON, kSilent, kNotSerialisable},
+    {"serviceID", "\xFF", kSilent, kNotUTF8},
+};
+const Faults kCommonService = {
+    {"openID", "\xFF", kSilent, kNotUTF8},
+    {"extendInfo", kNoJSON, kSilent, kNotSerialisable},
+    {"serviceID", "\xFF", kSilent, kNotUTF8},
+};
+const Faults kGroupPro = {
+    {"signString", nullptr, kSilent, kMissing},
+    {"signString", "\xFF", kSilent, kNotUTF8},
+    {"queryDictionary", Fields{{"k", "\xFF"}}, kSilent, kNotUTF8},
+    {"queryDictionary", Fields{{"a b", ""}}, kSilent, "not a valid URL"},
+};
+const Faults kMiniProgram = {
+    {"miniAppID", nullptr, "param error: miniAppID is nil", kMissing},
+    {"miniAppID", "", "param error: miniAppID is nil", kMissing},
+    {"miniAppID", "\xFF", kSilent, kNotUTF8},
+};
+
+struct Kind {
+  const char* className;
+  Fields fine;
+  Faults faults;
+};
+const Fields kData{{"data", bytes(1)}};
+const Kind kKinds[] = {
+    {"LumoApiTextObject", {{"text", "t"}}, kText + kTags},
+    {"LumoApiURLObject", {{"url", "https://a/"}, {"title", "T"}}, kPreview + kLink + kTags},
+    {"LumoApiExtendObject", kData,
+        dataFaults("param error: data is nil", "param error: data is too big") + kPreview + kTags},
+    {"LumoApiImageObject", kData, dataFaults(kNoImage, kBigImage) + kPreview + kTags},
+    {"LumoApiWebImageObject", {{"previewImageURL", "https://a/"}}, kWebImage + kTags},
+    {"LumoApiFileObject", kData,
+        dataFaults(kNoImage, "param error: file data is too big") + kPreview +
+            Faults{{"fileName", "\xFF", kSilent, kNotUTF8}}},
+    {"LumoApiCommonContentObject",
+        {{"previewImageData", bytes(1)}, {"textArray", List{"t"}}, {"pictureDataArray", List{bytes(1)}}},
+        kCommonNothing + kPreview + kCommonTooMuch + kTags +
+            Faults{{"textArray", List{"\xFF"}, kSilent, kNotSerialisable}}},
+    {"LumoApiImageForLumoAvatarObject", kData, kAvatarPicture},
+    {"LumoApiVideoForLumoAvatarObject", kData,
+        dataFaults("param error: video data is nil", "param error: video data is too big than 5M.")},
+    {"LumoApiImageArrayForFaceCollectionObject", {{"imageDataArray", List{bytes(1)}}}, kFaces},
+    {"LumoApiImageArrayForNimboObject", {}, {{"extMap", kNoJSON, kSilent, kNotSerialisable}}},
+    {"LumoApiVideoForNimboObject", {{"videoData", bytes(1)}}, kFeedVideo},
+    {"LumoApiExtraServiceObject", {}, kExtraService},
+    {"LumoApiCommonServiceObject", {}, kCommonService},
+    {"LumoApiThirdAppBindGroupObject", {}, {{"unionID", "\xFF", kSilent, kNotUTF8}}},
+    {"LumoApiCreateLumoGroupProObject", {{"signString", "s"}}, kGroupPro},
+    {"LumoApiLaunchMiniProgramObject", {{"miniAppID", "m"}}, kMiniProgram},
+};
+
 TEST_F(Refusals, EachFaultAndEachPairOfFaults) {
-  for (const Kind& kind : kinds()) {
-    ASSERT_TRUE(send(kind.fine())) << log.front();
+  for (const Kind& kind : kKinds) {
+    SCOPED_TRACE(kind.className);
+    ASSERT_TRUE(send(withFields(kind.className, kind.fine))) << refusal.description();
     store().setApiLargeData(before);
     for (std::size_t first = 0; first < kind.faults.size(); ++first) {
       for (std::size_t second = first; second < kind.faults.size(); ++second) {
-        const auto object = kind.fine();
-        // The earlier fault is planted last, so that two faults of one field leave that one.
-        kind.faults[second].spoil(*object);
-        kind.faults[first].spoil(*object);
         const Fault& expected = kind.faults[first];
-        SCOPED_TRACE(std::string(expected.description) + " before " + kind.faults[second].description);
+        const Fault& later = kind.faults[second];
+        SCOPED_TRACE(expected.description() + " before " + later.description());
+        const auto object = withFields(kind.className, kind.fine);
+        // Planted last, so that of two faults of one field the one that is looked for first stays.
+        for (const Fault& fault : {later, expected}) {
+          set(*object, fault.others);
+          set(*object, {{fault.field, fault.value}});
+        }
         EXPECT_FALSE(send(object));
-        ASSERT_FALSE(log.empty());
-        EXPECT_EQ(log.front().find("urlWithMessage, share with :"), 0u);
+        EXPECT_EQ(log.at(0).find("urlWithMessage, share with :"), 0u);
         std::erase_if(log, [](const std::string& line) { return line.find("param error") != 0; });
-        EXPECT_EQ(log, expected.logged ? Log{*expected.logged} : Log{});
-        EXPECT_EQ(refusal.description(), expected.description);
+        EXPECT_EQ(log, expected.logged ? Log{expected.logged} : Log{});
+        EXPECT_EQ(refusal.description(), expected.description());
         EXPECT_TRUE(storeUntouched());
       }
     }
+  }
+}
+
+TEST_F(Refusals, StoreValuesThatNoURLHolds) {
+  const std::pair<const char*, LumoApiDatastore::Values> cases[] = {
+      {"scheme", {.scheme = "\xFF"}},
+      {"openId", {.openId = "\xFF"}},
+      {"uin", {.uin = Value("\xFF")}},
+      {"appId", {.appId = "\xFF"}},
+  };
+  const auto launch = made<LumoApiLaunchMiniProgramObject>([](auto& o) { o.setMiniAppID("m"); });
+  for (const auto& [member, badValues] : cases) {
+    values = badValues;
+    EXPECT_FALSE(values.appId ? send(launch) : send(LumoApiTextObject::objectWithText("t"), 0, card("kiva")));
+    EXPECT_EQ(refusal.description(), std::string(member) + ": not valid UTF-8");
+    EXPECT_TRUE(storeUntouched()) << "a URL that cannot be written leaves nothing staged";
   }
 }
 
@@ -235,14 +253,20 @@ TEST_F(Refusals, CommonContentCalledDirectlyChecksItsTitle) {
   common.setPreviewImageData(bytes(1));
   common.setTextArray(std::vector<std::string>{"t"});
   common.setTitle(letters(128));
-  EXPECT_TRUE(Converter::urlWithCommonContentObject(common, 0, nullptr));
+  EXPECT_TRUE(Converter::urlWithCommonContentObject(common, 0));
   store().setApiLargeData(before);
   log.clear();
   common.setTitle(letters(129));
-  common.setTextArray(std::vector<std::string>(2));
-  EXPECT_FALSE(Converter::urlWithCommonContentObject(common, 0, nullptr));
+  EXPECT_FALSE(Converter::urlWithCommonContentObject(common, 0));
   EXPECT_EQ(log, Log{});
   EXPECT_TRUE(storeUntouched());
+}
+
+TEST_F(Refusals, RefusedFeedPostKeepsItsPictures) {
+  const auto post = made<LumoApiImageArrayForNimboObject>(
+      [](auto& o) { o.setImageDataArray(std::vector(21, bytes(1))), o.setExtMap(kNoJSON); });
+  EXPECT_FALSE(send(post));
+  EXPECT_EQ(post->imageDataArray()->size(), 21u);
 }
 
 }  // namespace

@@ -1,117 +1,108 @@
 #include "tests/LumoApi/ConverterTest.h"
 
+#include <functional>
+
 namespace {
 
 class Routing : public ConverterTest {};
 
-using Builder = std::optional<URL> (*)(LumoApiQueryDictionary&, std::uint64_t code);
+using C = Converter;
+using Query = LumoApiQueryDictionary;
 
 struct DestinationCase {
-  Builder build;
-  const char* sibling;
-  const char* main;
+  std::function<std::optional<URL>(Query& query, std::int32_t type, std::uint64_t code)> build;
   bool commonKeys;
+  std::string place;
+  std::string sibling = "mlumoapi";  // the scheme for the code 1
+  std::string scheme = "mlumoapi";   // and for every other one
 };
 
 const DestinationCase kDestinations[] = {
-    {[](auto& q, auto c) { return Converter::urlWithQueryItem(q, 7, c); }, "mlumoapi://share/to_fri",
-        "mlumoapi://share/to_fri", true},
-    {[](auto& q, auto c) { return Converter::urlWithQueryItemForAvatar(q, 7, c, "/sdk_avatar_edit"); },
-        "mlumoapi://profile/sdk_avatar_edit", "mlumoapi://profile/sdk_avatar_edit", true},
-    {[](auto& q, auto c) { return Converter::urlWithQueryItemForAuth(q, 7, c, "/sdk_check_auth"); },
-        "mlumoapi://auth/sdk_check_auth", "mlumoapi://auth/sdk_check_auth", true},
-    {[](auto& q, auto c) { return Converter::urlWithQueryItemForFaceCollection(q, 7, c); },
-        "mlumoapi://profile/sdk_face_collection", "mlumoapi://profile/sdk_face_collection", true},
-    {[](auto& q, auto c) { return Converter::urlWithQueryItemForExtraService(q, 7, c); },
-        "mlumoapi://profile/sdk_extend_service", "mlumoapi://profile/sdk_extend_service", false},
-    {[](auto& q, auto c) { return Converter::urlWithQueryItemForCommonService(q, 7, c); },
-        "mlumoapi://open_connect/common_channel", "mlumoapi://open_connect/common_channel", false},
-    {[](auto& q, auto c) { return Converter::urlWithQueryItemForLaunchMiniProgram(q, 7, c); },
-        "mlumoapi://profile/sdk_launch_mini_app", "mlumoapi://profile/sdk_launch_mini_app", false},
-    {[](auto& q, auto c) { return Converter::urlWithQueryItemForThirdAppBindGroup(q, 7, c); },
-        "teskthirdappgroup://thirdappgroup/bindgroup", "mlumothirdappgroup://thirdappgroup/bindgroup", false},
-    {[](auto& q, auto c) { return Converter::urlWithQueryItemForThirdAppJoinBroup(q, 7, c); },
-        "teskthirdappgroup://thirdappgroup/joingroup", "mlumothirdappgroup://thirdappgroup/joingroup", false},
-    {[](auto& q, auto c) { return Converter::urlWithQueryItemForAddFriend(q, 7, c); },
-        "teskopensdkfriend://friend/addfriend", "mlumoopensdkfriend://friend/addfriend", false},
-    {[](auto& q, auto c) { return Converter::urlWithQueryItemForGameBindingGroup(q, 7, c); },
-        "teskgamebindinggroup://game/bindinggroup", "mlumogamebindinggroup://game/bindinggroup", false},
-    {[](auto& q, auto c) { return Converter::urlWithQueryItemForJoinBroup(q, 7, c); },
-        "teskapi://card/show_pslcard", "mlumoapi://card/show_pslcard", false}};
+    {C::urlWithQueryItem, true, "share/to_fri"},
+    {[](auto& q, auto t, auto c) { return C::urlWithQueryItemForAvatar(q, t, c, "/x"); }, true, "profile/x"},
+    {[](auto& q, auto t, auto c) { return C::urlWithQueryItemForAuth(q, t, c, "/a b"); }, true, "auth/a%20b"},
+    {C::urlWithQueryItemForFaceCollection, true, "profile/sdk_face_collection"},
+    {C::urlWithQueryItemForExtraService, false, "profile/sdk_extend_service"},
+    {C::urlWithQueryItemForCommonService, false, "open_connect/common_channel"},
+    {C::urlWithQueryItemForLaunchMiniProgram, false, "profile/sdk_launch_mini_app"},
+    {C::urlWithQueryItemForThirdAppBindGroup, false, "thirdappgroup/bindgroup", "teskthirdappgroup",
+        "mlumothirdappgroup"},
+    {C::urlWithQueryItemForThirdAppJoinBroup, false, "thirdappgroup/joingroup", "teskthirdappgroup",
+        "mlumothirdappgroup"},
+    {C::urlWithQueryItemForAddFriend, false, "friend/addfriend", "teskopensdkfriend", "mlumoopensdkfriend"},
+    {C::urlWithQueryItemForGameBindingGroup, false, "game/bindinggroup", "teskgamebindinggroup",
+        "mlumogamebindinggroup"},
+    {C::urlWithQueryItemForJoinBroup, false, "card/show_pslcard", "teskapi"},
+};
 
 TEST_F(Routing, EveryDestination) {
   values.openId = "o1";
   values.uin = Value(std::int64_t{12345});
   values.isLumoSupportApiGeneralPastboard = true;
   store().setValues(values);
-  auto current = std::make_shared<LumoApiTextObject>();
-  current->setCflag(9);
-  const LumoApiCurrentObject::Scope scope(current);
-  for (const DestinationCase& destination : kDestinations) {
-    SCOPED_TRACE(destination.main);
+  const LumoApiCurrentObject::Scope scope(made<LumoApiTextObject>([](auto& o) { o.setCflag(9); }));
+  for (const auto& [build, commonKeys, place, sibling, scheme] : kDestinations) {
     for (const std::uint64_t code :
         {std::uint64_t{0}, std::uint64_t{1}, std::uint64_t{2}, ~std::uint64_t{0}}) {
-      LumoApiQueryDictionary query{{"k", "v"}, {"openId", "own"}};
-      const auto url = destination.build(query, code);
-      EXPECT_EQ(targetOf(url), code == 1 ? destination.sibling : destination.main);
-      const Pairs plain{{"k", "v"}, {"openId", "own"}};
-      const Pairs common{{"k", "v"}, {"openId", "o1"}, {"shareType", "1"}, {"uin", "12345"},
-          {"generalpastboard", "1"}, {"cflag", "9"}};
-      EXPECT_EQ(pairsOf(url), destination.commonKeys ? common : plain);
-      EXPECT_EQ(query.contains("cflag"), destination.commonKeys)
-          << "the caller's dictionary is the one changed";
+      Query query{{"k", "v"}, {"openId", "own"}};
+      const auto url = build(query, 7, code);
+      EXPECT_EQ(targetOf(url), (code == 1 ? sibling : scheme) + "://" + place);
+      EXPECT_EQ(
+          pairsOf(url), pairs(commonKeys ? "k=v&openId=o1&shareType=1&uin=12345&generalpastboard=1&cflag=9"
+                                         : "k=v&openId=own"))
+          << place;
+      EXPECT_EQ(query.contains("cflag"), commonKeys) << "the caller's dictionary is the one changed";
     }
   }
 }
 
 TEST_F(Routing, CommonKeysByTypeAndStore) {
-  const std::pair<std::int32_t, Pairs> byType[] = {{7, {{"k", "v"}, {"shareType", "1"}}},
-      {5, {{"k", "v"}, {"shareType", "0"}}}, {4, {{"k", "v"}, {"messagetype", "responsefromapp"}}},
-      {1, {{"k", "v"}}}, {-7, {{"k", "v"}}}};
+  const std::pair<std::int32_t, const char*> byType[] = {{7, "k=v&shareType=1"}, {5, "k=v&shareType=0"},
+      {4, "k=v&messagetype=responsefromapp"}, {1, "k=v"}, {-7, "k=v"}};
   store().setValues({});
   for (const auto& [type, expected] : byType) {
-    LumoApiQueryDictionary query{{"k", "v"}};
-    EXPECT_EQ(pairsOf(Converter::urlWithQueryItem(query, type, 1)), expected) << type;
+    Query query{{"k", "v"}};
+    EXPECT_EQ(pairsOf(C::urlWithQueryItem(query, type, 1)), pairs(expected)) << type;
   }
-  auto current = std::make_shared<LumoApiObject>();
+  const auto current = std::make_shared<LumoApiObject>();
   LumoApiCurrentObject::set(current);
-  values.uin = Value("77");
-  store().setValues(values);
-  LumoApiQueryDictionary query;
-  Converter::updateQueryItemInfo(query, 0, 0);
+  store().setUin(Value("77"));
+  Query query;
+  C::updateQueryItemInfo(query, 0, 0);
   EXPECT_EQ(query.text("cflag"), "0") << "written for a slot that is filled, whatever the flags are";
   EXPECT_EQ(query.text("uin"), "77");
   current->setCflag(~std::uint64_t{0});
-  Converter::updateQueryItemInfo(query, 0, 0);
+  C::updateQueryItemInfo(query, 0, 0);
   EXPECT_EQ(query.text("cflag"), "18446744073709551615");
   EXPECT_EQ(query.size(), 2u);
 }
 
 TEST_F(Routing, SignedURL) {
   const std::string base = "mlumoguild://mlumoguild/guild";
-  const LumoApiQueryDictionary query{{"b", "x y"}, {"a", "1"}, {"guild_avatar", "p%2Fq"}};
-  EXPECT_EQ(Converter::appendSigURLWith(query, "/join", "s+/="),
-      base + "/join?a=1&b=x%20y&guild_avatar=p%2Fq&sig=s%2B%2F%3D");
+  const Query query{{"b", "x y"}, {"a", "1"}, {"guild_avatar", "p%2Fq"}};
+  const std::string signedText = base + "/join?a=1&b=x%20y&guild_avatar=p%2Fq&sig=s%2B%2F%3D";
+  EXPECT_EQ(C::appendSigURLWith(query, "/join", "s+/="), signedText);
   EXPECT_EQ(log,
       Log{"+[LumoApiMessageAndUrlConverter appendSigURLWith:andPath:sig:], sortedKey:(a, b, guild_avatar)."});
-  EXPECT_EQ(Converter::urlWithQueryItemForGroupPro(query, 7, 1, "/join", "s+/=")->absoluteString(),
-      base + "/join?a=1&b=x%20y&guild_avatar=p%2Fq&sig=s%2B%2F%3D");
+  EXPECT_EQ(C::urlWithQueryItemForGroupPro(query, 7, 1, "/join", "s+/=")->absoluteString(), signedText);
 
-  const std::pair<LumoApiQueryDictionary, const char*> cases[] = {{{}, "?&sig=s"},
+  const std::pair<Query, const char*> cases[] = {
+      {{}, "?&sig=s"},
       {{{"a", ""}, {"B", ""}, {"_c", ""}, {"ab", ""}}, "?B=&_c=&a=&ab=&sig=s"},
-      {{{"v", "-._~+/=&%"}}, "?v=%2D%2E%5F%7E%2B%2F%3D%26%25&sig=s"}, {{{"v", "p%2Fq"}}, "?v=p%252Fq&sig=s"},
-      {{{"v", "é中\u0301٣😀"}}, "?v=é中\u0301٣%F0%9F%98%80&sig=s"}};
+      {{{"v", "-._~+/=&%"}}, "?v=%2D%2E%5F%7E%2B%2F%3D%26%25&sig=s"},
+      {{{"v", "p%2Fq"}}, "?v=p%252Fq&sig=s"},
+      {{{"v", "é中\u0301٣😀"}}, "?v=é中\u0301٣%F0%9F%98%80&sig=s"},
+  };
   for (const auto& [pairs, expected] : cases) {
-    EXPECT_EQ(Converter::appendSigURLWith(pairs, "/create", "s"), base + "/create" + expected);
+    EXPECT_EQ(C::appendSigURLWith(pairs, "/create", "s"), base + "/create" + expected);
   }
-  EXPECT_EQ(Converter::urlWithQueryItemForGroupPro({{"v", "é"}}, 0, 0, "/create", "s")->absoluteString(),
+  EXPECT_EQ(C::urlWithQueryItemForGroupPro({{"v", "é"}}, 0, 0, "/create", "s")->absoluteString(),
       base + "/create?v=%C3%A9&sig=s");
-  EXPECT_FALSE(Converter::appendSigURLWith({{"v", "\xFF"}}, "/create", "s"));
-  EXPECT_FALSE(Converter::appendSigURLWith({}, "/create", "\xFF"));
-  EXPECT_FALSE(Converter::urlWithQueryItemForGroupPro({{"a b", ""}}, 0, 0, "/create", "s"));
-  EXPECT_EQ(log.back().find('\n'), std::string::npos);
-  Converter::appendSigURLWith({{"forged\nline", ""}}, "/create", "s");
-  EXPECT_NE(log.back().find("(forged\\u000aline)"), std::string::npos) << log.back();
+  EXPECT_FALSE(C::appendSigURLWith({{"v", "\xFF"}}, "/create", "s"));
+  EXPECT_FALSE(C::appendSigURLWith({}, "/create", "\xFF"));
+  EXPECT_FALSE(C::urlWithQueryItemForGroupPro({{"a b", ""}}, 0, 0, "/create", "s"));
+  C::appendSigURLWith({{"forged\nline", ""}, {"deleted\x7F", ""}}, "/create", "s");
+  EXPECT_NE(log.back().find(":(deleted\\u007f, forged\\u000aline)."), std::string::npos) << log.back();
 }
 
 }  // namespace

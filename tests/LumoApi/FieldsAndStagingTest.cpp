@@ -85,7 +85,7 @@ TEST_F(Staging, ObjectLocationChoosesTheChannel) {
     store().setApiLargeData(before);
     log.clear();
     LumoApiQueryDictionary query;
-    if (location) query.set("objectlocation", lumo::QueryValue::text(std::string(*location)));
+    if (location) query.set(std::string("objectlocation"), lumo::QueryValue::text(std::string(*location)));
     const Pairs unchanged = textsOf(query);
     EXPECT_TRUE(Converter::setLargeDataWith(bytes(3), {}, {}, {}, query));
     EXPECT_EQ(record(), (LumoApiLargeData{{"previewimagedata", bytes(3)}}));

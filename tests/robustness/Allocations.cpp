@@ -18,7 +18,7 @@ struct State {
 };
 thread_local constinit State state;
 
-bool fails(std::size_t size) {
+[[maybe_unused]] bool fails(std::size_t size) {
   if (!state.watching || size < state.atLeast) return false;
   const bool fail = state.lasting ? state.blocks >= state.failing : state.blocks == state.failing;
   state.failed |= fail;
@@ -26,7 +26,7 @@ bool fails(std::size_t size) {
   return fail;
 }
 
-void* added(void* block) {
+[[maybe_unused]] void* added(void* block) {
   if (!state.watching || !block) return block;
   const std::size_t size = malloc_usable_size(block);
   ++state.inUse;
@@ -36,7 +36,7 @@ void* added(void* block) {
   return block;
 }
 
-void removed(void* block) {
+[[maybe_unused]] void removed(void* block) {
   if (!state.watching || !block) return;
   --state.inUse;
   state.bytesInUse -= static_cast<std::ptrdiff_t>(malloc_usable_size(block));
@@ -55,7 +55,7 @@ std::size_t Allocations::bytes() const noexcept { return state.bytes; }
 std::size_t Allocations::peak() const noexcept { return static_cast<std::size_t>(state.peak); }
 std::ptrdiff_t Allocations::blocksInUse() const noexcept { return state.inUse; }
 
-#ifdef LUMOAPI_SANITIZED
+#if LUMOAPI_UNDER_ASAN
 
 void* operator new(std::size_t size) {
   void* block = fails(size) ? nullptr : added(std::malloc(size));
@@ -71,7 +71,7 @@ void operator delete(void* block) noexcept {
 }
 void operator delete(void* block, std::size_t) noexcept { operator delete(block); }
 
-#else
+#elif !LUMOAPI_UNDER_TSAN
 
 extern "C" {
 

@@ -2,18 +2,21 @@
 
 #include <cstddef>
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#define LUMOAPI_SANITIZED 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define LUMOAPI_SANITIZED 1
-#endif
+#if defined(__has_feature)
+#define LUMOAPI_UNDER_ASAN __has_feature(address_sanitizer)
+#define LUMOAPI_UNDER_TSAN __has_feature(thread_sanitizer)
 #endif
 
 /// Watches what the calling thread allocates, third-party code included, and has some of it fail. One at a
-/// time. A sanitizer keeps malloc() for itself: there only `new` is watched.
+/// time. The address sanitizer keeps malloc() for itself, so that only `new` is watched there; the thread
+/// sanitizer keeps all.
 class Allocations {
  public:
+#if LUMOAPI_UNDER_TSAN
+  static constexpr bool kWatches = false;
+#else
+  static constexpr bool kWatches = true;
+#endif
   static constexpr std::size_t kNever = static_cast<std::size_t>(-1);
 
   /// The allocation with this number, counted from 0, fails; all that follow fail with it, or none. Those

@@ -203,6 +203,7 @@ TEST_F(Exhaustion, OfPictures) {
 
 // Their libraries do not survive it everywhere: they are asked only where memory is seen to be enough.
 TEST_F(Exhaustion, IsNoticedBeforeFragilePictures) {
+  if (!Allocations::kWatches) GTEST_SKIP();
   constexpr std::size_t kAskedFor = 12 * 32 * 32;
   const std::pair<Data, std::size_t> kCases[] = {{makeWebP(true), 1},  // after the pixels
 #ifdef LUMOAPI_HAVE_HEIF

@@ -18,10 +18,26 @@ TEST(JSONTest, WhatIsReadIsWrittenBack) {
       {"[18446744073709551615,18446744073709551616]", "[18446744073709551615,18446744073709551616]"},
       {"[-9223372036854775808, -0, -0.0]", "[-9223372036854775808,0,-0]"},
       {"[5.0,1e2,1e20,1E21,-1.5,0.1,1e-7]", "[5,100,100000000000000000000,1e+21,-1.5,0.1,1e-7]"},
-      {"[1e-400,-1e-99999,0e999]", "[0,-0,0]"}, {nested(512), nested(512)}};
+      {"[1e-400,-1e-99999,0e999]", "[0,-0,0]"},
+      {"[0.001,-0.25,999999999999.999,1e12,1000000000000.5]",
+          "[0.001,-0.25,999999999999.999,1000000000000,1000000000000.5]"},
+      {"[0.0005,0.0125,1.0005,5e-5]", "[5e-4,0.0125,1.0005,5e-5]"}, {nested(512), nested(512)}};
   for (const auto& [text, expected] : kCases) {
     SCOPED_TRACE(text);
     EXPECT_EQ(writeJSON(parseJSON(text).value()), expected);
+  }
+}
+
+TEST(JSONTest, EscapesStandAnywhereInATextOfAnyLength) {
+  const std::pair<std::string, const char*> kCases[] = {{"\x1F", "\\u001f"}, {"\n", "\\n"}, {"\"", "\\\""},
+      {"\\", "\\\\"}, {"/", "\\/"}, {"\x7F !#[]\u00A2\u4E22", "\x7F !#[]\u00A2\u4E22"}};
+  for (const std::size_t around : {0u, 1u, 2u, 3u, 4u, 5u, 6u, 7u, 8u, 9u, 15u, 670u, 10'000u}) {
+    SCOPED_TRACE(around);
+    const std::string pad(around, 'x');
+    for (const auto& [text, written] : kCases) {
+      EXPECT_EQ(writeJSON(pad + text + text + pad), '"' + pad + written + written + pad + '"');
+    }
+    EXPECT_EQ(writeJSON(pad + '\xA2' + pad), std::nullopt);
   }
 }
 

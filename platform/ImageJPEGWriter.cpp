@@ -6,6 +6,7 @@
 #include <jerror.h>
 // clang-format on
 
+#include <algorithm>
 #include <cstdlib>
 #include <utility>
 
@@ -20,7 +21,8 @@ void ignoreMessage(j_common_ptr, int) {}
 void ignoreOutput(j_common_ptr) {}
 
 /// The growing JPEG. The library asks for room in a place where nothing may be thrown, so that it is plain
-/// memory, which also grows without a second copy of a large picture.
+/// memory. It grows by small steps, so that little lies idle; the C library moves blocks of this size
+/// without copying them.
 struct Output : jpeg_destination_mgr {
   Output() : jpeg_destination_mgr() {
     init_destination = [](j_compress_ptr codec) { of(codec).grow(codec); };
@@ -37,9 +39,9 @@ struct Output : jpeg_destination_mgr {
   static Output& of(j_compress_ptr codec) { return *static_cast<Output*>(codec->dest); }
 
   void grow(j_compress_ptr codec) {
-    constexpr std::size_t kFirstCapacity = 64 << 10;
+    constexpr std::size_t kFirstCapacity = 64 << 10, kLargestStep = 1 << 20;
     const std::size_t used = capacity;  // the library asks when all is full
-    const std::size_t larger = capacity == 0 ? kFirstCapacity : capacity + capacity / 2;
+    const std::size_t larger = capacity == 0 ? kFirstCapacity : capacity + std::min(capacity, kLargestStep);
     void* moved = std::realloc(bytes, larger);
     if (!moved) trapOf(reinterpret_cast<j_common_ptr>(codec)).fail(true);
     bytes = static_cast<std::uint8_t*>(moved);

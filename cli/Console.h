@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+#include <string>
 #include <string_view>
 
 namespace lumo::cli {
@@ -12,6 +14,10 @@ enum Status : int {
   kDocumentError = 3,  ///< a document is in error
   kFileError = 4,      ///< a file named on the command line, or the output, could not be read or written
 };
+
+/// Whether the output is coloured: "always", "never" or, where nothing was chosen, on a terminal unless the
+/// user wants no colours anywhere.
+bool isColoured(const std::optional<std::string>& when);
 
 /// Writes "lumoapi: " and the text as one line to standard error.
 void complain(std::string_view text);

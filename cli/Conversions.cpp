@@ -9,27 +9,6 @@ namespace lumo::cli {
 
 namespace {
 
-/// Runs a command's work; what it cannot read or write ends it.
-template <class Work>
-int withFiles(const Work& work) {
-  try {
-    return work();
-  } catch (const FileError& error) {
-    if (!error.isBrokenPipe()) complain(error.what());
-    return kFileError;
-  }
-}
-
-/// The parsed document; throws a DocumentError with the position in front.
-Value parsed(const std::string& text) {
-  JSONError error;
-  std::optional<Value> document = parseJSON(text, &error);
-  if (document) return *std::move(document);
-  const TextPosition position = positionIn(text, error.offset);
-  throw DocumentError("line " + std::to_string(position.line) + ", column " +
-                      std::to_string(position.column) + ": " + error.message);
-}
-
 Value parsedLine(std::string_view line) {
   JSONError error;
   std::optional<Value> document = parseJSON(line, &error);
@@ -69,7 +48,7 @@ int convertDocument(const std::string& file, const Convert& convert) {
     const Input input(file);
     const std::string text = input.readAll();
     return converted(input.name(), [&](std::string& output) {
-      const Value document = parsed(text);
+      const Value document = parseDocument(text);
       return convert(Place(document, input.folder()), output);
     });
   });

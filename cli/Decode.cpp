@@ -2,12 +2,11 @@
 
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
 #include "cli/Conversions.h"
+#include "cli/Files.h"
 #include "cli/RequestReader.h"
 #include "cli/ResultWriter.h"
 #include "cli/Surroundings.h"
 
-#include <filesystem>
-#include <system_error>
 #include <utility>
 
 namespace lumo::cli {
@@ -33,17 +32,11 @@ Value resultOf(const std::optional<LumoApiMessage>& message, const Stage& stage)
   return result;
 }
 
-/// A URL in place of a file name. A file wins: its name may hold a ":" too.
-bool isURL(const std::string& argument) {
-  std::error_code error;
-  return argument.find(':') != std::string::npos && !std::filesystem::exists(argument, error);
-}
-
 }  // namespace
 
-int decode(const DecodeOptions& options) {
-  Stage stage(options.store);
-  const JSONStyle style{.escapeSolidus = false, .indent = options.lines ? -1 : 2};
+int decode(const Choices& choices) {
+  Stage stage(choices.store);
+  const JSONStyle style{.escapeSolidus = false, .indent = choices.lines ? -1 : 2};
   const Convert convert = [&](const Place& document, std::string& output) {
     DecodeRequest request = readDecodeRequest(document);
     stage.set(std::move(request.surroundings));
@@ -53,9 +46,9 @@ int decode(const DecodeOptions& options) {
     appendResult(output, resultOf(message, stage), style);
     return refusal ? "no message: " + refusal.description() : "";
   };
-  if (options.lines) return convertLines(options.file, Reasons::InResults, convert);
-  if (!isURL(options.file)) return convertDocument(options.file, convert);
-  return convertRequest(Value::Dictionary{{"url", options.file}}, options.file, convert);
+  if (choices.lines) return convertLines(choices.operand(), Reasons::InResults, convert);
+  if (!isURL(choices.operand())) return convertDocument(choices.operand(), convert);
+  return convertRequest(Value::Dictionary{{"url", choices.operand()}}, choices.operand(), convert);
 }
 
 }  // namespace lumo::cli

@@ -50,6 +50,15 @@ TextPosition positionIn(std::string_view text, std::size_t offset) {
           static_cast<std::size_t>(std::count_if(line.begin(), line.end(), beginsCharacter)) + 1};
 }
 
+Value parseDocument(std::string_view text) {
+  JSONError error;
+  std::optional<Value> document = parseJSON(text, &error);
+  if (document) return *std::move(document);
+  const TextPosition position = positionIn(text, error.offset);
+  throw DocumentError("line " + std::to_string(position.line) + ", column " +
+                      std::to_string(position.column) + ": " + error.message);
+}
+
 std::string Place::path() const {
   std::vector<const Place*> way;
   for (const Place* place = this; place->around_; place = place->around_) way.push_back(place);

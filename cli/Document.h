@@ -24,6 +24,9 @@ struct TextPosition {
 };
 TextPosition positionIn(std::string_view text, std::size_t offset);
 
+/// The document that a JSON text holds; throws a DocumentError that begins with the position.
+Value parseDocument(std::string_view text);
+
 /// A value in a document together with the way to it. Places stand on the stack, each pointing to the one
 /// around it, so the way costs nothing until an error needs it in words.
 class Place {

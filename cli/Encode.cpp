@@ -24,16 +24,16 @@ Value resultOf(const std::optional<URL>& url, const LumoApiObject* object, const
 
 }  // namespace
 
-int encode(const EncodeOptions& options) {
-  Stage stage(options.store);
-  const JSONStyle style{.escapeSolidus = false, .indent = options.lines ? -1 : 2};
+int encode(const Choices& choices) {
+  Stage stage(choices.store);
+  const JSONStyle style{.escapeSolidus = false, .indent = choices.lines ? -1 : 2};
   const Convert convert = [&](const Place& document, std::string& output) {
     EncodeRequest request = readEncodeRequest(document);
     stage.set(std::move(request.surroundings));
     LumoApiRefusal refusal;
     const std::optional<URL> url = LumoApiMessageAndUrlConverter::urlWithMessage(request.message, &refusal);
     stage.checkStore();
-    if (options.urlAlone) {
+    if (choices.urlAlone) {
       if (url) output += url->absoluteString();
     } else {
       const LumoApiObject* object = request.message ? request.message->object().get() : nullptr;
@@ -41,8 +41,8 @@ int encode(const EncodeOptions& options) {
     }
     return refusal ? "refused: " + refusal.description() : "";
   };
-  if (!options.lines) return convertDocument(options.file, convert);
-  return convertLines(options.file, options.urlAlone ? Reasons::OnStandardError : Reasons::InResults,
+  if (!choices.lines) return convertDocument(choices.operand(), convert);
+  return convertLines(choices.operand(), choices.urlAlone ? Reasons::OnStandardError : Reasons::InResults,
                       convert);
 }
 

@@ -32,6 +32,17 @@ std::size_t readSome(int descriptor, const std::string& name, char* buffer, std:
   }
 }
 
+void writeAll(int descriptor, const std::string& name, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t count = ::write(descriptor, bytes.data(), bytes.size());
+    if (count >= 0) {
+      bytes.remove_prefix(static_cast<std::size_t>(count));
+    } else if (!isWorthAnotherTry(descriptor, POLLOUT)) {
+      throw FileError(name, errno);
+    }
+  }
+}
+
 /// What the descriptor's file says of itself; a size of 0 where it does not know.
 std::size_t expectedSize(const struct stat& status) {
   return S_ISREG(status.st_mode) && status.st_size > 0 ? static_cast<std::size_t>(status.st_size) : 0;
@@ -87,16 +98,22 @@ std::string Input::readAll() const {
 }
 
 void Output::flush() {
-  std::string_view left = buffer_;
-  while (!left.empty()) {
-    const ssize_t count = ::write(STDOUT_FILENO, left.data(), left.size());
-    if (count >= 0) {
-      left.remove_prefix(static_cast<std::size_t>(count));
-    } else if (!isWorthAnotherTry(STDOUT_FILENO, POLLOUT)) {
-      throw FileError("standard output", errno);
-    }
-  }
+  writeAll(STDOUT_FILENO, "standard output", buffer_);
   buffer_.clear();
+}
+
+void writeFile(const std::string& file, std::string_view bytes, Existing existing) {
+  if (file == "-") return writeAll(STDOUT_FILENO, "standard output", bytes);
+  const int whereItExists = existing == Existing::Kept ? O_EXCL : O_TRUNC;
+  const int descriptor = ::open(file.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | whereItExists, 0666);
+  if (descriptor < 0) throw FileError(file, errno);
+  const Closer closer{descriptor};
+  writeAll(descriptor, file, bytes);
+}
+
+bool isURL(const std::string& operand) {
+  std::error_code error;
+  return operand.find(':') != std::string::npos && !std::filesystem::exists(operand, error);
 }
 
 Data readRegularFile(const std::filesystem::path& path) {

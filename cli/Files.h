@@ -1,11 +1,13 @@
 #pragma once
 
+#include "cli/Console.h"
 #include "platform/Data.h"
 
 #include <cstddef>
 #include <filesystem>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 namespace lumo::cli {
 
@@ -27,6 +29,20 @@ class FileError : public std::runtime_error {
  private:
   bool brokenPipe_ = false;
 };
+
+/// Runs a command's work and gives its exit status; what it cannot read or write ends it.
+template <class Work>
+int withFiles(const Work& work) {
+  try {
+    return work();
+  } catch (const FileError& error) {
+    if (!error.isBrokenPipe()) complain(error.what());
+    return kFileError;
+  }
+}
+
+/// Whether the operand is a URL in place of a file name. A file wins: its name may hold a ":" too.
+bool isURL(const std::string& operand);
 
 /// The file that a command reads; "-" is standard input.
 class Input {
@@ -62,6 +78,11 @@ class Output {
  private:
   std::string buffer_;
 };
+
+/// Writes a whole file; "-" is standard output. Throws a FileError, for a file that is there too, unless it
+/// may be replaced.
+enum class Existing { Kept, Replaced };
+void writeFile(const std::string& file, std::string_view bytes, Existing existing = Existing::Replaced);
 
 /// The bytes of a regular file; anything else (a pipe, a device, a folder) is an error.
 Data readRegularFile(const std::filesystem::path& path);

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace lumo::cli {
+
+/// Where a text stands.
+struct TextPlace {
+  std::string file;
+  std::size_t line = 0;  ///< 0 where the file holds one text alone
+};
+
+/// One thing that is wrong. The codes are for programs and never change; the words may.
+struct LintFinding {
+  TextPlace place;
+  std::string code;     ///< "too-long", "unknown-key"
+  std::string key;      ///< the member or the key of the query; empty where it concerns no single one
+  std::string message;  ///< one line, the key included
+};
+
+/// Checks one text, a document or a URL, and adds what it finds. `folder` is what paths in a document are
+/// relative to. Throws a FileError.
+void check(std::string_view text, const TextPlace& place, const std::filesystem::path& folder,
+           std::vector<LintFinding>& findings);
+
+}  // namespace lumo::cli

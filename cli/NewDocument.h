@@ -1,0 +1,16 @@
+#pragma once
+
+#include "cli/CommandLine.h"
+
+#include <string>
+#include <vector>
+
+namespace lumo::cli {
+
+/// The kinds of content that can be sent, named after their classes: "text" for LumoApiTextObject.
+std::vector<std::string> contentKinds();
+
+/// Writes a document of a kind, filled and ready to be encoded; gives the exit status.
+int newDocument(const Choices& choices);
+
+}  // namespace lumo::cli

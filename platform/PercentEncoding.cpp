@@ -67,7 +67,7 @@ void cut(std::string_view text, Alphanumeric alphanumeric, Between between) {
       at += character.size();
       continue;
     }
-    between(text.substr(0, at));
+    if (at > 0) between(text.substr(0, at));
     alphanumeric(character);
     text.remove_prefix(at + character.size());
     at = 0;

@@ -9,12 +9,6 @@ namespace lumo {
 
 namespace {
 
-// Writes bytes whose number is a multiple of 3.
-char* encodeGroups(std::span<const std::uint8_t> bytes, char* out) noexcept {
-  return bytes.size() < kernels::kWorthwhile ? kernels::plain::encodeBase64(bytes, out)
-                                             : kernels::best().encodeBase64(bytes, out);
-}
-
 // Writes the last bytes, up to two of them, with their padding.
 char* encodeRest(std::span<const std::uint8_t> bytes, char* out) noexcept {
   if (bytes.empty()) return out;
@@ -23,12 +17,6 @@ char* encodeRest(std::span<const std::uint8_t> bytes, char* out) noexcept {
   kernels::plain::encodeBase64(group, out);
   std::fill(out + bytes.size() + 1, out + 4, '=');
   return out + 4;
-}
-
-// Reads a text without padding whose length is a multiple of 4.
-bool decodeGroups(std::string_view text, std::uint8_t* out) noexcept {
-  return text.size() < kernels::kWorthwhile ? kernels::plain::decodeBase64(text, out)
-                                            : kernels::best().decodeBase64(text, out);
 }
 
 // How many of the last two characters are padding.
@@ -40,7 +28,7 @@ std::size_t paddingSize(std::string_view text) noexcept {
 
 char* base64Encode(std::span<const std::uint8_t> bytes, char* out) noexcept {
   const std::size_t whole = bytes.size() - bytes.size() % 3;
-  return encodeRest(bytes.subspan(whole), encodeGroups(bytes.first(whole), out));
+  return encodeRest(bytes.subspan(whole), kernels::best().encodeBase64(bytes.first(whole), out));
 }
 
 char* base64Encode(const DataChain& bytes, char* out) noexcept {
@@ -55,7 +43,7 @@ char* base64Encode(const DataChain& bytes, char* out) noexcept {
       held = 0;
     }
     const std::size_t whole = rest.size() - rest.size() % 3;
-    out = encodeGroups(rest.first(whole), out);
+    out = kernels::best().encodeBase64(rest.first(whole), out);
     for (const std::uint8_t byte : rest.subspan(whole)) group[held++] = byte;
   }
   return encodeRest(std::span(group).first(held), out);
@@ -75,10 +63,10 @@ std::optional<std::size_t> base64DecodedSize(std::string_view text) noexcept {
 bool base64Decode(std::string_view text, std::uint8_t* out) noexcept {
   if (text.size() % 4 != 0) return false;
   const std::size_t padding = paddingSize(text);
-  if (padding == 0) return decodeGroups(text, out);
+  if (padding == 0) return kernels::best().decodeBase64(text, out);
 
   const std::size_t whole = text.size() - 4;
-  if (!decodeGroups(text.substr(0, whole), out)) return false;
+  if (!kernels::best().decodeBase64(text.substr(0, whole), out)) return false;
   std::array<char, 4> group{'A', 'A', 'A', 'A'};
   std::copy(text.begin() + static_cast<std::ptrdiff_t>(whole),
             text.end() - static_cast<std::ptrdiff_t>(padding), group.begin());

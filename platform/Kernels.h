@@ -79,9 +79,6 @@ std::span<const Kernels* const> available() noexcept;
 /// The best of them.
 const Kernels& best() noexcept;
 
-/// Below this size the plain kernels are faster, called directly.
-inline constexpr std::size_t kWorthwhile = 16;
-
 /// The escape kernel for a text that more text follows: it writes up to three bytes past its result.
 char* escapeFollowed(std::string_view text, const ASCIISet& kept, char* out) noexcept;
 

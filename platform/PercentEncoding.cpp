@@ -1,7 +1,7 @@
 #include "platform/PercentEncoding.h"
 
 #include "platform/AlphanumericRanges.h"
-#include "platform/KernelsPlain.h"
+#include "platform/Kernels.h"
 #include "platform/Text.h"
 
 #include <algorithm>
@@ -76,14 +76,7 @@ void cut(std::string_view text, Alphanumeric alphanumeric, Between between) {
 }
 
 std::size_t escapedSize(std::string_view text, const ASCIISet& kept) noexcept {
-  const std::size_t keptSize = text.size() < kernels::kWorthwhile ? kernels::plain::count(text, kept)
-                                                                  : kernels::best().count(text, kept);
-  return keptSize + 3 * (text.size() - keptSize);
-}
-
-char* escape(std::string_view text, const ASCIISet& kept, char* out) noexcept {
-  return text.size() < kernels::kWorthwhile ? kernels::plain::escape(text, kept, out)
-                                            : kernels::best().escape(text, kept, out);
+  return 3 * text.size() - 2 * kernels::best().count(text, kept);
 }
 
 // The value of a hexadecimal digit; 16 or more for any other character.
@@ -106,10 +99,10 @@ std::optional<std::size_t> percentEncodedSize(std::string_view text, CharacterSe
 }
 
 char* percentEncode(std::string_view text, CharacterSet kept, char* out) noexcept {
-  if (kept != CharacterSet::Alphanumeric) return escape(text, asciiOf(kept), out);
+  if (kept != CharacterSet::Alphanumeric) return kernels::best().escape(text, asciiOf(kept), out);
   cut(
       text, [&out](std::string_view character) { out = std::copy(character.begin(), character.end(), out); },
-      [&out](std::string_view piece) { out = escape(piece, kAlphanumeric, out); });
+      [&out](std::string_view piece) { out = kernels::best().escape(piece, kAlphanumeric, out); });
   return out;
 }
 

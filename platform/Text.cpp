@@ -23,17 +23,14 @@ std::size_t utf16LengthOfAnyText(std::string_view text) noexcept {
   return units;
 }
 
-// kNotUTF8 for a text that is not valid.
-std::size_t lengthIfValid(std::string_view text) noexcept {
-  return text.size() < kernels::kWorthwhile ? plain::utf16Length(text) : kernels::best().utf16Length(text);
-}
-
 }  // namespace
 
-bool isValidUTF8(std::string_view text) noexcept { return lengthIfValid(text) != kernels::kNotUTF8; }
+bool isValidUTF8(std::string_view text) noexcept {
+  return kernels::best().utf16Length(text) != kernels::kNotUTF8;
+}
 
 std::size_t utf16Length(std::string_view text) noexcept {
-  const std::size_t units = lengthIfValid(text);
+  const std::size_t units = kernels::best().utf16Length(text);
   return units != kernels::kNotUTF8 ? units : utf16LengthOfAnyText(text);
 }
 

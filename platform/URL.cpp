@@ -1,6 +1,6 @@
 #include "platform/URL.h"
 
-#include "platform/KernelsPlain.h"
+#include "platform/Kernels.h"
 #include "platform/PercentEncoding.h"
 
 #include <cstdint>
@@ -37,8 +37,7 @@ std::size_t run(std::string_view text, const ASCIISet& set) noexcept {
 
 // The length of the longest beginning that has only characters of the set and percent escapes.
 std::size_t escapedRun(std::string_view text, const ASCIISet& set) noexcept {
-  return text.size() < kernels::kWorthwhile ? kernels::plain::escapedRun(text, set)
-                                            : kernels::best().escapedRun(text, set);
+  return kernels::best().escapedRun(text, set);
 }
 
 bool startsBeyondASCII(std::string_view text) noexcept {

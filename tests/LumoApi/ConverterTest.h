@@ -1,6 +1,7 @@
 #pragma once
 
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
+#include "model/ContentClasses.h"
 #include "model/LumoApiCurrentObject.h"
 #include "model/LumoApiDatastore.h"
 #include "model/LumoApiLog.h"
@@ -29,11 +30,47 @@ inline std::string base64(std::string_view text) {
   return LumoOpenApiUtility::base64EncodedStringWithUTF8String(text).value();
 }
 
-/// A new object, filled by `fill(object)`.
-template <class Object, class Fill>
-std::shared_ptr<Object> made(const Fill& fill) {
+using Fields = Value::Dictionary;
+
+inline void put(std::uint64_t& field, const Value& value) {
+  field = static_cast<std::uint64_t>(*value.asInteger());
+}
+template <class T>
+void put(std::optional<T>& field, const Value& value) {
+  field.reset();
+  if (value.isNull()) return;
+  if constexpr (std::same_as<T, Value>) {
+    field = value;
+  } else if constexpr (std::same_as<T, URL>) {
+    field = URL::parse(*value.asString());
+  } else if constexpr (std::same_as<T, lumo::StringDictionary>) {
+    field.emplace();
+    for (const auto& [key, text] : *value.asDictionary()) field->set(key, *text.asString());
+  } else {
+    field = *lumo::contentOf<T>(value);
+  }
+}
+template <class T>
+void put(std::optional<std::vector<T>>& field, const Value& value) {
+  field = lumo::listOf<T>(value);
+}
+
+/// Fills the object's fields by their names; a null value makes a field absent.
+template <class Object>
+void fill(Object& object, const Fields& fields) {
+  std::size_t known = 0;
+  lumo::forEachField(object, [&](const char* name, auto& field) {
+    if (!fields.contains(name)) return;
+    put(field, *fields.find(name));
+    ++known;
+  });
+  EXPECT_EQ(known, fields.size()) << "a field that the class does not have";
+}
+/// A new object with these fields.
+template <class Object>
+std::shared_ptr<Object> filled(const Fields& fields) {
   auto object = std::make_shared<Object>();
-  fill(*object);
+  fill(*object, fields);
   return object;
 }
 
@@ -97,13 +134,12 @@ class ConverterTest : public testing::Test {
   bool storeUntouched() const { return store().getApiLargeData() == before; }
 
   /// The record as it stands after a conversion.
-  static LumoApiLargeData record() {
-    const LumoApiLargeDataPtr held = store().getApiLargeData();
-    return held ? *held : LumoApiLargeData();
-  }
+  static LumoApiLargeData record() { return *store().getApiLargeData(); }
 
   static std::shared_ptr<LumoApiKivaObject> card(std::optional<std::string> text) {
-    return made<LumoApiKivaObject>([&](auto& o) { o.setKivaData(text); });
+    auto made = std::make_shared<LumoApiKivaObject>();
+    made->setKivaData(std::move(text));
+    return made;
   }
 
   LumoApiDatastore::Values values;

@@ -16,8 +16,8 @@ TEST_F(Dispatch, EnvelopeIsCheckedInOrder) {
   EXPECT_FALSE(send(nullptr, 0, card("kiva")));
   EXPECT_EQ(log, Log{"param error: object is nil"});
 
-  const auto auth = made<LumoApiAuthObject>(
-      [](auto& o) { o.setTitle(letters(127) + "😀"), o.setDescription(letters(511) + "😀"); });
+  const auto auth =
+      filled<LumoApiAuthObject>({{"title", letters(127) + "😀"}, {"description", letters(511) + "😀"}});
   LumoApiMessage message = LumoApiMessage::messageWithObject(auth, 0);
   const auto refused = [&](const char* line, const char* description) {
     log.clear();
@@ -34,12 +34,12 @@ TEST_F(Dispatch, EnvelopeIsCheckedInOrder) {
 }
 
 TEST_F(Dispatch, DerivedClassesAreNoneOfTheKindsSaveLinks) {
-  EXPECT_FALSE(send(made<Sticker>([](auto& o) { o.setText("hello"); })));
+  EXPECT_FALSE(send(filled<Sticker>({{"text", "hello"}})));
   EXPECT_EQ(log, Log{"urlWithMessage, share with :(anonymous namespace)::Sticker"});
   EXPECT_EQ(refusal.description(), "object: no converter takes an object of this class");
   EXPECT_FALSE(send(std::make_shared<LumoApiObject>()));
   EXPECT_FALSE(send(std::make_shared<LumoApiResultObject>()));
-  const auto podcast = made<Podcast>([](auto& o) { o.setTitle("T"), o.setUrl(URL::parse("https://a/")); });
+  const auto podcast = filled<Podcast>({{"title", "T"}, {"url", "https://a/"}});
   EXPECT_EQ(pairsOf(send(podcast))["file_type"], "url");
 }
 
@@ -54,17 +54,14 @@ TEST_F(Dispatch, CardCountsOnlyWhenAnnounced) {
 }
 
 TEST_F(Dispatch, CurrentObjectIsTheThreadsOwnAndScopesNest) {
-  const auto flagged = [](std::uint64_t flags) {
-    return made<LumoApiObject>([&](auto& o) { o.setCflag(flags); });
-  };
   const auto cflag = [this] {
     const Pairs pairs = pairsOf(send(LumoApiTextObject::objectWithText("t")));
     return pairs.contains("cflag") ? pairs.at("cflag") : "none";
   };
   {
-    const LumoApiCurrentObject::Scope outer(flagged(5));
+    const LumoApiCurrentObject::Scope outer(filled<LumoApiObject>({{"cflag", 5}}));
     {
-      const LumoApiCurrentObject::Scope inner(flagged(6));
+      const LumoApiCurrentObject::Scope inner(filled<LumoApiObject>({{"cflag", 6}}));
       EXPECT_EQ(cflag(), "6");
     }
     EXPECT_EQ(cflag(), "5");

@@ -3,66 +3,63 @@
 
 namespace {
 
+using C = Converter;
+using Query = LumoApiQueryDictionary;
+
 class QueryItemFields : public ConverterTest {};
 class Staging : public ConverterTest {};
 
-Pairs textsOf(const LumoApiQueryDictionary& query) {
+Pairs textsOf(const Query& query) {
   Pairs texts;
   for (const auto& entry : query) texts[std::string(std::string_view(entry.key))] = entry.value.asText();
   return texts;
 }
 
 TEST_F(QueryItemFields, TitleDescriptionAndAppName) {
-  using Text = std::optional<std::string_view>;
   struct Case {
-    Text title, description, appName, storeName;
+    std::optional<std::string> title, description, appName, storeName;
     const char* expected;
   };
-  const Case cases[] = {
-      {"Hi", "", "App", "Demo", "title=SGk=&description=&thirdAppDisplayName=QXBw"},
+  const Case cases[] = {{"Hi", "", "App", "Demo", "title=SGk=&description=&thirdAppDisplayName=QXBw"},
       {{}, "", "", "Demo", "title=old&description=&thirdAppDisplayName=RGVtbw=="},
-      {{}, {}, {}, "Demo", "title=old&thirdAppDisplayName=RGVtbw=="},
-      {{}, {}, "", {}, "title=old"},
+      {{}, {}, {}, "Demo", "title=old&thirdAppDisplayName=RGVtbw=="}, {{}, {}, "", {}, "title=old"},
       {{}, {}, {}, "", "title=old&thirdAppDisplayName="},
-      {"\xFF", "\xED\xA0\x80", "\xC0\x80", "Demo", "title=old"},
-  };
+      {"\xFF", "\xED\xA0\x80", "\xC0\x80", "Demo", "title=old"}};
   for (const Case& c : cases) {
-    store().setAppName(c.storeName ? std::optional<std::string>(*c.storeName) : std::nullopt);
-    LumoApiQueryDictionary query{{"title", "old"}};
-    Converter::setTitle(c.title, c.description, c.appName, query);
+    store().setAppName(c.storeName);
+    Query query{{"title", "old"}}, same = query;
+    C::setTitle(c.title, c.description, c.appName, query);
     EXPECT_EQ(textsOf(query), pairs(c.expected));
+    if (!c.appName) C::setTitle(c.title, c.description, same);
+    EXPECT_TRUE(c.appName || textsOf(same) == textsOf(query));
   }
-  store().setAppName("Demo");
-  LumoApiQueryDictionary query;
-  Converter::setTitle("Hi", std::nullopt, query);
-  EXPECT_EQ(textsOf(query), pairs("title=SGk=&thirdAppDisplayName=RGVtbw=="));
 }
 
 TEST_F(QueryItemFields, SingleFields) {
-  LumoApiQueryDictionary query;
-  Converter::setPreviewImageData(std::nullopt, query);
-  Converter::setString(std::nullopt, "k", query);
-  Converter::setString("v", std::nullopt, query);
-  Converter::setString("\xFF", "k", query);
-  Converter::setURL(std::nullopt, "k", query);
-  Converter::setURL(URL::parse("https://a"), std::nullopt, query);
+  Query query;
+  C::setPreviewImageData(std::nullopt, query);
+  C::setString(std::nullopt, "k", query);
+  C::setString("v", std::nullopt, query);
+  C::setString("\xFF", "k", query);
+  C::setURL(std::nullopt, "k", query);
+  C::setURL(URL::parse("https://a"), std::nullopt, query);
   EXPECT_TRUE(query.empty());
-  Converter::setPreviewImageData(Data(), query);
-  Converter::setString("", "empty", query);
-  Converter::setURL(URL::parse("https://A.b:1/c?d=%20#e"), "previewimageUrl", query);
+  C::setPreviewImageData(Data(), query);
+  C::setString("", "empty", query);
+  C::setURL(URL::parse("https://A.b:1/c?d=%20#e"), "previewimageUrl", query);
   EXPECT_EQ(
       textsOf(query), pairs("previewimageData=&empty=&previewimageUrl=" + base64("https://A.b:1/c?d=%20#e")));
-  Converter::setPreviewImageData(bytes(3, 'a'), query);
+  C::setPreviewImageData(bytes(3, 'a'), query);
   EXPECT_EQ(query.text("previewimageData"), "YWFh");
-  EXPECT_FALSE(Converter::smartURLString(std::nullopt));
-  EXPECT_EQ(Converter::smartURLString(URL::parse("")), "");
+  EXPECT_FALSE(C::smartURLString(std::nullopt));
+  EXPECT_EQ(C::smartURLString(URL::parse("")), "");
 }
 
 TEST_F(Staging, RecordHoldsWhatIsNotNull) {
   const Data preview = bytes(3);
-  EXPECT_TRUE(Converter::setupDataWith({}, {}, {}, {})->empty());
-  EXPECT_TRUE(Converter::setupDataWith({}, {}, {}, "\xFF")->empty()) << "no base64, no entry";
-  const auto all = Converter::setupDataWith(preview, Data(), std::vector{bytes(1), bytes(2)}, "kiva");
+  EXPECT_TRUE(C::setupDataWith({}, {}, {}, {})->empty());
+  EXPECT_TRUE(C::setupDataWith({}, {}, {}, "\xFF")->empty()) << "no base64, no entry";
+  const auto all = C::setupDataWith(preview, Data(), std::vector{bytes(1), bytes(2)}, "kiva");
   EXPECT_EQ(
       *all, (LumoApiLargeData{{"previewimagedata", preview}, {"file_data", Data()},
                 {"image_data_list", Value::Array{bytes(1), bytes(2)}}, {"pasted_kiva_data", "a2l2YQ=="}}));
@@ -71,11 +68,11 @@ TEST_F(Staging, RecordHoldsWhatIsNotNull) {
 
 TEST_F(Staging, StoreTakesARecordThatIsNotEmpty) {
   for (const std::optional<std::string>& noText : {std::optional<std::string>(), {"\xFF"}}) {
-    EXPECT_TRUE(Converter::setPasteBoardPrevImageData({}, {}, {}, noText));
+    EXPECT_TRUE(C::setPasteBoardPrevImageData({}, {}, {}, noText));
     EXPECT_EQ(log.back(), "pasteboarditem count: 0");
     EXPECT_TRUE(storeUntouched());
   }
-  EXPECT_TRUE(Converter::setPasteBoardPrevImageData({}, {}, {}, ""));
+  EXPECT_TRUE(C::setPasteBoardPrevImageData({}, {}, {}, ""));
   EXPECT_EQ(log.back(), "pasteboarditem count: 1");
   EXPECT_EQ(record(), (LumoApiLargeData{{"pasted_kiva_data", ""}}));
 }
@@ -84,10 +81,10 @@ TEST_F(Staging, ObjectLocationChoosesTheChannel) {
   for (const std::optional<const char*> location : {std::optional("pasteboard"), {"URL"}, {""}, {}}) {
     store().setApiLargeData(before);
     log.clear();
-    LumoApiQueryDictionary query;
+    Query query;
     if (location) query.set(std::string("objectlocation"), lumo::QueryValue::text(std::string(*location)));
     const Pairs unchanged = textsOf(query);
-    EXPECT_TRUE(Converter::setLargeDataWith(bytes(3), {}, {}, {}, query));
+    EXPECT_TRUE(C::setLargeDataWith(bytes(3), {}, {}, {}, query));
     EXPECT_EQ(record(), (LumoApiLargeData{{"previewimagedata", bytes(3)}}));
     EXPECT_EQ(textsOf(query), unchanged);
     EXPECT_EQ(log, (Log{"large data's location is 「" + std::string(location.value_or("")) + "」",
@@ -95,11 +92,11 @@ TEST_F(Staging, ObjectLocationChoosesTheChannel) {
   }
   store().setApiLargeData(before);
   log.clear();
-  LumoApiQueryDictionary query{{"objectlocation", "url"}};
-  EXPECT_TRUE(Converter::setLargeDataWith({}, {}, {}, {}, query));
+  Query query{{"objectlocation", "url"}};
+  EXPECT_TRUE(C::setLargeDataWith({}, {}, {}, {}, query));
   EXPECT_EQ(query.text("pasteboard"), "");
   EXPECT_EQ(log, Log{"large data's location is 「url」"});
-  EXPECT_TRUE(Converter::setLargeDataWith(bytes(3), {}, {}, {}, query));
+  EXPECT_TRUE(C::setLargeDataWith(bytes(3), {}, {}, {}, query));
   const auto archive = lumo::base64DecodedData(*query.text("pasteboard"));
   EXPECT_EQ(log.back(), "large data's length:" + std::to_string(archive->size()));
   EXPECT_EQ(lumo::unarchivedValue(*archive), Value(LumoApiLargeData{{"previewimagedata", bytes(3)}}));
@@ -111,17 +108,16 @@ class FullPasteboard : public LumoApiPasteboard {
  public:
   bool write(LumoApiLargeDataPtr) noexcept override { return false; }
   LumoApiLargeDataPtr read() noexcept override { return held; }
-  const LumoApiLargeDataPtr held =
-      std::make_shared<const LumoApiLargeData>(LumoApiLargeData{{"file_data", bytes(7)}});
+  const LumoApiLargeDataPtr held = std::make_shared<const LumoApiLargeData>();
 };
 
 TEST_F(Staging, PasteboardTakesTheStoresPlace) {
   const auto full = std::make_shared<FullPasteboard>();
   store().setPasteboard(full);
   EXPECT_EQ(store().getApiLargeData(), full->held);
-  LumoApiQueryDictionary query;
-  EXPECT_FALSE(Converter::setPasteBoardPrevImageData(bytes(3), {}, {}, {}));
-  EXPECT_FALSE(Converter::setLargeDataWith(bytes(3), {}, {}, {}, query));
+  Query query;
+  EXPECT_FALSE(C::setPasteBoardPrevImageData(bytes(3), {}, {}, {}));
+  EXPECT_FALSE(C::setLargeDataWith(bytes(3), {}, {}, {}, query));
   EXPECT_FALSE(send(LumoApiTextObject::objectWithText("t"), 0, card("kiva")));
   EXPECT_EQ(refusal.description(), "apiLargeData: the pasteboard did not take the record");
   store().setPasteboard(nullptr);

@@ -6,6 +6,7 @@
 
 namespace {
 
+using C = Converter;
 using Text = std::optional<std::string>;
 
 class Incoming : public ConverterTest {
@@ -17,11 +18,14 @@ class Incoming : public ConverterTest {
 
   std::optional<LumoApiMessage> open(const std::string& url) {
     log.clear();
-    return Converter::messageWithUrl(URL::parse(url), &refusal);
+    return C::messageWithUrl(URL::parse(url), &refusal);
   }
   /// The message's type, or why there is none.
   std::string outcome(const std::optional<LumoApiMessage>& message) const {
     return message ? std::to_string(message->type()) : refusal.description();
+  }
+  std::string usedClipboard(const char* url) {
+    return outcome(C::messageWithUrlUsedClipboard(URL::parse(url), &refusal));
   }
   /// Checks the message of a URL against what its own reader, called directly, makes of it.
   void expectMessage(const std::string& url, int type, const LumoApiObject* object, auto reader) {
@@ -35,34 +39,25 @@ class Incoming : public ConverterTest {
   }
   void expectView(const std::string& query, const LumoApiObject* object) {
     const std::string url = "demo://request_from_lumo/view?" + query;
-    expectMessage(url, 1, object, Converter::messageWithRequestFromLumo);
-    const auto rebuilt = Converter::getObjectByUrl(*LumoApiURLDecoder::decoderWithUrl(URL::parse(url)));
+    expectMessage(url, 1, object, C::messageWithRequestFromLumo);
+    const auto rebuilt = C::getObjectByUrl(*LumoApiURLDecoder::decoderWithUrl(URL::parse(url)));
     EXPECT_TRUE(object ? *rebuilt == *object : !rebuilt) << query;
   }
 };
 
 TEST_F(Incoming, HostAndPathDecide) {
-  const std::string path = "path: not a path of a request", noQuery = "query: missing or empty";
-  const std::string noHost = "host: missing or empty",
-                    host = "host: not a host that the messenger opens an app with";
-  const std::pair<const char*, std::string> cases[] = {
-      {"demo://request_from_lumo/pick?a=", "3"},
+  const std::string noHost = "host: missing or empty", noQuery = "query: missing or empty";
+  const std::string host = "host: not a host that the messenger opens an app with";
+  const std::string path = "path: not a path of a request";
+  const std::pair<const char*, std::string> cases[] = {{"demo://request_from_lumo/pick?a=", "3"},
       {"other://request_from_lumo/pick?file_type=text&file_data=aGk=", "3"},
-      {"demo://request_from_lumo/view?a=b", "1"},
-      {"demo://request_from_lumo/view?file_type=Text", "1"},
-      {"demo://request_from_lumo/pick/?a=b", path},
-      {"demo://request_from_lumo/Pick?a=b", path},
-      {"demo://request_from_lumo?a=b", path},
-      {"demo://request_from_lumo/pick", noQuery},
-      {"demo://request_from_lumo/pick?", noQuery},
-      {"demo://request_from_lumo/pick?a&b", noQuery},
-      {"demo:///pick?a=b", noHost},
-      {"pick?a=b", noHost},
-      {"demo://Request_From_Lumo/pick?a=b", host},
-      {"demo://malaunchapp?a=b", host},
-      {"demo://elsewhere?NeedToGetData=true", host},
-      {" no URL ", "url: missing or empty"},
-  };
+      {"demo://request_from_lumo/view?a=b", "1"}, {"demo://request_from_lumo/view?file_type=Text", "1"},
+      {"demo://request_from_lumo/pick/?a=b", path}, {"demo://request_from_lumo/Pick?a=b", path},
+      {"demo://request_from_lumo?a=b", path}, {"demo://request_from_lumo/pick", noQuery},
+      {"demo://request_from_lumo/pick?", noQuery}, {"demo://request_from_lumo/pick?a&b", noQuery},
+      {"demo:///pick?a=b", noHost}, {"pick?a=b", noHost}, {"demo://Request_From_Lumo/pick?a=b", host},
+      {"demo://malaunchapp?a=b", host}, {"demo://elsewhere?NeedToGetData=true", host},
+      {" no URL ", "url: missing or empty"}};
   store().setApiMessage(LumoApiMessage());
   for (const auto& [url, expected] : cases) {
     const auto message = open(url);
@@ -73,37 +68,31 @@ TEST_F(Incoming, HostAndPathDecide) {
 }
 
 TEST_F(Incoming, WebViewKitComesFirst) {
-  const auto used = [this] {
-    return outcome(Converter::messageWithUrlUsedClipboard(URL::parse("https://a"), &refusal));
-  };
   std::optional<LumoApiMessage> made = LumoApiMessage::messageWithObject(nullptr, 9);
   LumoWebViewKit::setHandler(
       {[](const URL& url) { return url.scheme() == "https"; }, [&](const URL&) { return made; }});
   EXPECT_EQ(outcome(open("https://request_from_lumo/pick?a=b")), "9");
   EXPECT_EQ(log, Log{"YES == [LumoWebViewKit canHanleOpenUrlFromSafari:url]"});
   EXPECT_EQ(outcome(open("demo://request_from_lumo/pick?a=b")), "3");
-  EXPECT_EQ(used(), "9");
+  EXPECT_EQ(usedClipboard("https://a"), "9");
   EXPECT_EQ(log, Log{});
   made.reset();
   const char* notBuilt = "webView: the web-view kit claimed the URL and built no message";
-  EXPECT_EQ(used(), notBuilt);
+  EXPECT_EQ(usedClipboard("https://a"), notBuilt);
   EXPECT_EQ(outcome(open("https://request_from_lumo/pick?a=b")), notBuilt);
 }
 
 TEST_F(Incoming, StoredMessageNeedsItsAnnouncement) {
-  const auto used = [this](const char* url) {
-    return outcome(Converter::messageWithUrlUsedClipboard(URL::parse(url), &refusal));
-  };
   const char* announced = "x://any/where?a=b&NeedToGetData=true";
-  EXPECT_EQ(used(announced), "apiMessage: missing or empty");
+  EXPECT_EQ(usedClipboard(announced), "apiMessage: missing or empty");
   store().setApiMessage(LumoApiMessage::messageWithObject(LumoApiTextObject::objectWithText("t"), 7));
-  for (const char* url : {announced, "s:?NeedToGetData=true"}) EXPECT_EQ(used(url), "7");
+  for (const char* url : {announced, "s:?NeedToGetData=true"}) EXPECT_EQ(usedClipboard(url), "7");
   for (const char* url :
       {"s:?NeedToGetData=TRUE", "s:?NeedToGetData=1", "s:?NeedToGetData=%74rue", "s:?NeedToGetData",
           "s:?needtogetdata=true", "s:?NeedToGetData=true&NeedToGetData=false", "s://h"}) {
-    EXPECT_EQ(used(url), "NeedToGetData: no stored message is announced") << url;
+    EXPECT_EQ(usedClipboard(url), "NeedToGetData: no stored message is announced") << url;
   }
-  EXPECT_EQ(used(" no URL "), "url: missing or empty");
+  EXPECT_EQ(usedClipboard(" no URL "), "url: missing or empty");
   EXPECT_EQ(log, Log{});
 }
 
@@ -113,33 +102,24 @@ TEST_F(Incoming, LaunchFromMiniApp) {
       {"appParameter=%FF", {}}};
   for (const auto& [query, parameter] : cases) {
     const auto launch = LumoApiMiniProgramLaunchObject::newWithAppParameter(parameter);
-    expectMessage(
-        "demo://maLaunchApp?" + query, 1, launch.get(), Converter::messageWithLaunchFromLumoMiniApp);
+    expectMessage("demo://maLaunchApp?" + query, 1, launch.get(), C::messageWithLaunchFromLumoMiniApp);
   }
 }
 
 TEST_F(Incoming, Responses) {
-  struct Case {
-    std::string query;
-    Text error, description, extendInfo;
-  };
-  const Case cases[] = {
-      {"error=0", "0", {}, {}},
-      {"error=%37&error_description=aGVsbG8=&error_extend_info=5Lit5paH&k=a%20b", "%37", "hello", "中文"},
-      {"error_description=/w==&error_extend_info=!", {}, {}, {}},
-  };
-  for (const auto& [query, error, description, extendInfo] : cases) {
-    LumoApiResultObject expected;
-    expected.setError(error);
-    expected.setErrorDescription(description);
-    expected.setExtendInfo(extendInfo);
+  const std::pair<std::string, Fields> cases[] = {{"error=0", {{"error", "0"}}},
+      {"error=%37&error_description=aGVsbG8=&error_extend_info=5Lit5paH&k=a%20b",
+          {{"error", "%37"}, {"errorDescription", "hello"}, {"extendInfo", "中文"}}},
+      {"error_description=/w==&error_extend_info=!", {}}};
+  for (const auto& [query, fields] : cases) {
+    const auto expected = filled<LumoApiResultObject>(fields);
     lumo::StringDictionary otherInfo;
     for (const auto& [key, value] : pairs(query)) otherInfo.set(key, std::string(value));
-    expected.setOtherInfo(otherInfo);
+    expected->setOtherInfo(otherInfo);
     expectMessage(
-        "demo://response_from_lumo/any?" + query, 6, &expected, Converter::messageWithResponseFromLumo);
+        "demo://response_from_lumo/any?" + query, 6, expected.get(), C::messageWithResponseFromLumo);
   }
-  EXPECT_EQ(*Converter::messageWithResponseFromLumo(LumoApiURLDecoder())->object(), LumoApiResultObject());
+  EXPECT_EQ(*C::messageWithResponseFromLumo(LumoApiURLDecoder())->object(), LumoApiResultObject());
 }
 
 TEST_F(Incoming, KindsFromQueryAndRecord) {
@@ -147,20 +127,15 @@ TEST_F(Incoming, KindsFromQueryAndRecord) {
   const auto link = URL::parse("https://a/?b=c");
   const std::string fields = "&title=SGk=&description=" + base64("中文") + "&url=" + base64("https://a/?b=c");
   const Text title = "Hi", description = "中文";
-  const auto text = [&](const Text& content) {
-    auto object = LumoApiTextObject::objectWithText(content);
-    object->setTitle(title);
-    object->setDescription(description);
-    return object;
-  };
   store().setApiLargeData(
       std::make_shared<const LumoApiLargeData>(LumoApiLargeData{{"previewimagedata", preview},
           {"file_data", main}, {"image_data_list", Value::Array{bytes(1), Data()}}}));
   const Value map(Value::Dictionary{{"k", 1}});
   const std::string extMap = "&extMap=" + base64(R"({"k":1})");
   const std::pair<std::string, std::shared_ptr<LumoApiObject>> cases[] = {
-      {"text&file_data=" + base64("中文"), text("中文")},
-      {"text", text({})},
+      {"text&file_data=" + base64("中文"),
+          filled<LumoApiTextObject>({{"text", "中文"}, {"title", "Hi"}, {"description", "中文"}})},
+      {"text", filled<LumoApiTextObject>({{"title", "Hi"}, {"description", "中文"}})},
       {"img", LumoApiImageObject::objectWithData(main, preview, title, description)},
       {"image", LumoApiImageObject::objectWithData(main, preview, title, description)},
       {"file", LumoApiExtendObject::objectWithData(main, preview, title, description)},
@@ -173,11 +148,8 @@ TEST_F(Incoming, KindsFromQueryAndRecord) {
       {"nimbo&extMap=" + base64("{no json"),
           LumoApiVideoForNimboObject::objectWithVideoData(main, title, {})},
       {"nimbo&extMap=" + base64("null"), LumoApiVideoForNimboObject::objectWithVideoData(main, title, {})},
-      {"common", std::make_shared<LumoApiCommonContentObject>()},
-      {"localFile", nullptr},
-      {"IMG", nullptr},
-      {"", nullptr},
-  };
+      {"common", std::make_shared<LumoApiCommonContentObject>()}, {"localFile", nullptr}, {"IMG", nullptr},
+      {"", nullptr}};
   for (const auto& [query, object] : cases) expectView("file_type=" + query + fields, object.get());
   // Without a record, with foreign types in it, and with fields that do not decode.
   const LumoApiLargeData odd{
@@ -205,10 +177,8 @@ TEST_F(Incoming, WhatIsSentIsReadBack) {
       LumoApiAudioObject::objectWithURL(link, "T", {}, bytes(9)),
       LumoApiVideoForNimboObject::objectWithAssetURL("asset://a&b", "T", map),
       LumoApiImageArrayForNimboObject::objectWithimageDataArray(std::vector{bytes(1), bytes(2)}, {}, map),
-      made<LumoApiCommonContentObject>([](auto& o) {
-        o.setPreviewImageData(bytes(9));
-        o.setPictureDataArray(std::vector{bytes(5'000'000)});
-      }),
+      filled<LumoApiCommonContentObject>(
+          {{"previewImageData", bytes(9)}, {"pictureDataArray", Value::Array{bytes(5'000'000)}}}),
   };
   for (const auto& object : objects) {
     const std::string url(send(object).value().absoluteString());

@@ -40,17 +40,15 @@ TEST_F(Routing, EveryDestination) {
   values.uin = Value(std::int64_t{12345});
   values.isLumoSupportApiGeneralPastboard = true;
   store().setValues(values);
-  const LumoApiCurrentObject::Scope scope(made<LumoApiTextObject>([](auto& o) { o.setCflag(9); }));
+  const LumoApiCurrentObject::Scope scope(filled<LumoApiTextObject>({{"cflag", 9}}));
+  const char* common = "k=v&openId=o1&shareType=1&uin=12345&generalpastboard=1&cflag=9";
   for (const auto& [build, commonKeys, place, sibling, scheme] : kDestinations) {
     for (const std::uint64_t code :
         {std::uint64_t{0}, std::uint64_t{1}, std::uint64_t{2}, ~std::uint64_t{0}}) {
       Query query{{"k", "v"}, {"openId", "own"}};
       const auto url = build(query, 7, code);
       EXPECT_EQ(targetOf(url), (code == 1 ? sibling : scheme) + "://" + place);
-      EXPECT_EQ(
-          pairsOf(url), pairs(commonKeys ? "k=v&openId=o1&shareType=1&uin=12345&generalpastboard=1&cflag=9"
-                                         : "k=v&openId=own"))
-          << place;
+      EXPECT_EQ(pairsOf(url), pairs(commonKeys ? common : "k=v&openId=own")) << place;
       EXPECT_EQ(query.contains("cflag"), commonKeys) << "the caller's dictionary is the one changed";
     }
   }
@@ -86,13 +84,10 @@ TEST_F(Routing, SignedURL) {
       Log{"+[LumoApiMessageAndUrlConverter appendSigURLWith:andPath:sig:], sortedKey:(a, b, guild_avatar)."});
   EXPECT_EQ(C::urlWithQueryItemForGroupPro(query, 7, 1, "/join", "s+/=")->absoluteString(), signedText);
 
-  const std::pair<Query, const char*> cases[] = {
-      {{}, "?&sig=s"},
+  const std::pair<Query, const char*> cases[] = {{{}, "?&sig=s"},
       {{{"a", ""}, {"B", ""}, {"_c", ""}, {"ab", ""}}, "?B=&_c=&a=&ab=&sig=s"},
-      {{{"v", "-._~+/=&%"}}, "?v=%2D%2E%5F%7E%2B%2F%3D%26%25&sig=s"},
-      {{{"v", "p%2Fq"}}, "?v=p%252Fq&sig=s"},
-      {{{"v", "é中\u0301٣😀"}}, "?v=é中\u0301٣%F0%9F%98%80&sig=s"},
-  };
+      {{{"v", "-._~+/=&%"}}, "?v=%2D%2E%5F%7E%2B%2F%3D%26%25&sig=s"}, {{{"v", "p%2Fq"}}, "?v=p%252Fq&sig=s"},
+      {{{"v", "é中\u0301٣😀"}}, "?v=é中\u0301٣%F0%9F%98%80&sig=s"}};
   for (const auto& [pairs, expected] : cases) {
     EXPECT_EQ(C::appendSigURLWith(pairs, "/create", "s"), base + "/create" + expected);
   }

@@ -152,6 +152,28 @@ TEST(Log, FillsPlacesAndNeverReadsArgumentsAsFormats) {
   EXPECT_EQ(lines, std::vector<std::string>{"%@%n %s%s -1 18446744073709551615 %|"});
 }
 
+TEST(Datastore, SettersKeepTheOtherValues) {
+  LumoApiDatastore& store = LumoApiDatastore::instance();
+  store.setScheme("s");
+  store.setAppName("n");
+  store.setAppId("a");
+  store.setOpenId("o");
+  store.setUin(Value("u"));
+  EXPECT_EQ(*store.scheme() + *store.appName() + *store.appId() + *store.openId(), "snao");
+  EXPECT_EQ(store.uin(), Value("u"));
+  const auto flags = [&] {
+    return store.isLumoSupportUrlForShareText() + 2 * store.isLumoSupportUrlInsteadPastedboard() +
+           4 * store.isLumoSupportApiGeneralPastboard();
+  };
+  store.setIsLumoSupportUrlForShareText(true);
+  EXPECT_EQ(flags(), 1);
+  store.setIsLumoSupportUrlInsteadPastedboard(true);
+  EXPECT_EQ(flags(), 3);
+  store.setIsLumoSupportApiGeneralPastboard(true);
+  EXPECT_EQ(flags(), 7);
+  store.setValues({});
+}
+
 TEST(Datastore, SeveralThreadsSeeWholeValues) {
   LumoApiDatastore& store = LumoApiDatastore::instance();
   const auto write = [&](const std::string& text) {

@@ -21,11 +21,13 @@ namespace lumo {
 ///
 /// Null for bytes that are not a picture, and for a picture out of all proportion: more than 65,500 pixels a
 /// side, 2^28 in all, or 10^8 where the format makes it necessary to hold the whole picture (progressive
-/// JPEG, interlaced PNG, WebP, HEIF), or more scans than any encoder writes; a PNG with a chunk of more than
-/// 8 MB beside its pixels; a HEIF file of more than 16,384 pixels a side, whose coded pictures are not of the
-/// size that it states, or whose slices could together cover more than 4 * 10^8 pixels. A JPEG that ends
-/// early, once its pixels have begun, is shown as far as it goes, as picture viewers do; in the other formats
-/// such a file is not a picture.
+/// JPEG, interlaced PNG, WebP, HEIF), or more scans than any encoder writes; a HEIF file of more than 16,384
+/// pixels a side, whose coded pictures are not of the size that it states, or whose slices could together
+/// cover more than 4 * 10^8 pixels. A JPEG that ends early, once its pixels have begun, is shown as far as it
+/// goes, as picture viewers do; in the other formats such a file is not a picture.
+///
+/// A profile of more than 3 MiB is dropped. What a PNG has beside pixels, profile and orientation is passed
+/// over; in a chunk of more than 8 MB it may, depending on the PNG library, make the file none.
 ///
 /// Throws std::bad_alloc and nothing else.
 LUMOAPI_EXPORT std::optional<Data> jpegRepresentation(const Data& picture, double quality);

@@ -37,6 +37,9 @@ std::optional<Data> reencodeHEIF(const Data& picture, int quality);
 /// number of turns, on which a decoder would come to no end.
 bool isSimplyBuilt(const Data& picture);
 
+/// The longest colour profile that is kept.
+inline constexpr std::size_t kMaxProfileSize = 3 << 20;
+
 /// What is kept of a picture beside its pixels.
 struct Traits {
   int orientation = 1;  // 1 to 8, as EXIF numbers them; 1 is upright

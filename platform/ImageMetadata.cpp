@@ -11,8 +11,6 @@ namespace {
 using namespace std::string_view_literals;
 using Bytes = std::span<const std::uint8_t>;
 
-constexpr std::size_t kMaxProfileSize = 4 << 20;
-
 bool startsWith(Bytes bytes, std::string_view text) {
   return bytes.size() >= text.size() &&
          std::equal(text.begin(), text.end(), bytes.begin(),

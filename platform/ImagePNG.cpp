@@ -58,14 +58,18 @@ class Reader {
   std::size_t rowSize() const { return png_get_rowbytes(png_, info_); }
   bool isInterlaced() const { return png_get_interlace_type(png_, info_) != PNG_INTERLACE_NONE; }
 
-  /// Copies the profile out of the reader.
-  Data colorProfile() const {
+  /// Moves the profile out of the reader.
+  Data takeColorProfile() {
     png_charp name = nullptr;
     png_bytep bytes = nullptr;
     int compression = 0;
     png_uint_32 size = 0;
-    if (!png_get_iCCP(png_, info_, &name, &compression, &bytes, &size)) return {};
-    return Data::copy({bytes, size});
+    Data profile;
+    if (png_get_iCCP(png_, info_, &name, &compression, &bytes, &size) && size <= kMaxProfileSize) {
+      profile = Data::copy({bytes, size});
+    }
+    png_free_data(png_, info_, PNG_FREE_ICCP, 0);
+    return profile;
   }
 
   /// From here on rows have 8 bits a channel, without palette.
@@ -174,7 +178,7 @@ std::optional<Data> reencodePNG(const Data& picture, int quality) {
   if (std::uint64_t{reader.rowSize()} * reader.height() / kMaxDeflateRatio > picture.size())
     return std::nullopt;
 
-  const Data profile = reader.colorProfile();
+  const Data profile = reader.takeColorProfile();
   if (!reader.start()) return std::nullopt;
   const Traits traits{orientationOf(exifOf(picture)),
                       fittingProfile(profile, colorChannelsOf(reader.channels()))};

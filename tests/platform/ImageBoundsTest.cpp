@@ -1,0 +1,74 @@
+// Pictures that would keep a decoder busy or fill the memory; each is stopped by one bound alone.
+
+#include "platform/Image.h"
+#include "tests/platform/Pictures.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+
+namespace lumo {
+namespace {
+
+/// A JPEG whose header states another size; what is missing of it would be shown grey.
+Data ofStatedSize(bool progressive, unsigned width, unsigned height) {
+  std::string bytes(makeJPEG(opaquePixels(), {.sampling = {2, 2}, .progressive = progressive}).view());
+  const std::size_t header = bytes.find(progressive ? "\xFF\xC2" : "\xFF\xC0");
+  return Data(std::move(bytes.replace(header + 5, 4, bigEndian(height << 16 | width))));
+}
+
+/// A black and white PNG of nothing but zeros, which shrink to next to nothing.
+Data black(std::size_t width, std::size_t height, bool interlaced, const std::string& chunks = "") {
+  return pngOf(width, height, {1, 0, interlaced}, std::string((width / 8 + 8) * height, '\0'), chunks);
+}
+
+Data canvas(int width, int height, int left) {
+  const auto three = [](int n) { return std::string{char(n & 255), char(n >> 8 & 255), char(n >> 16)}; };
+  return Data(
+      "RIFF\0\0\1\0WEBP"s + riffChunk("VP8X", "\2\0\0\0"s + three(width - 1) + three(height - 1)) +
+      riffChunk("ANMF", three(left / 2) + std::string(13, '\0').append(makeWebP(kOpaque).view().substr(12))));
+}
+
+TEST(ImageBoundsTest, EachStopsAPicture) {
+  const std::tuple<const char*, Data, bool> kCases[] = {
+      {"JPEG of 2^28 pixels and more", ofStatedSize(false, 16'385, 16'384), false},
+      {"JPEG cut off", ofStatedSize(false, 4'000, 100), true},
+      {"progressive JPEG of 10^8 pixels and more", ofStatedSize(true, 10'001, 10'000), false},
+      {"progressive JPEG cut off", ofStatedSize(true, 4'000, 100), true},
+      {"PNG of 2^28 pixels and more", black(16'385, 16'384, false), false},
+      {"PNG wider than a JPEG can be", black(65'501, 1, false), false},
+      {"PNG as wide as a JPEG can be", black(65'500, 1, false), true},
+      {"interlaced PNG of 10^8 pixels and more", black(10'001, 10'000, true), false},
+      {"PNG with a chunk of 8 MB", black(8, 8, false, pngChunk("tEXt", std::string(8'000'000, 'k'))), true},
+      {"WebP of 10^8 pixels and more", canvas(10'001, 10'000, 0), false},
+      {"WebP frame at the edge", canvas(64, 32, 32), true},
+      {"WebP frame beyond the edge", canvas(64, 32, 34), false}};
+  for (const auto& [name, picture, isPicture] : kCases) {
+    SCOPED_TRACE(name);
+    EXPECT_EQ(jpegRepresentation(picture, 0.5).has_value(), isPicture);
+  }
+}
+
+TEST(ImageBoundsTest, ManyScansAreFewWhereTheyAreLarge) {
+  const auto scans = [](unsigned side, std::size_t count) {  // the last but one of ten over and over
+    std::string bytes(ofStatedSize(true, side, side).view());
+    const std::size_t last = bytes.rfind("\xFF\xDA"), repeated = bytes.rfind("\xFF\xDA", last - 1);
+    std::string more;
+    for (; count > 10; --count) more.append(bytes, repeated, last - repeated);
+    return jpegRepresentation(Data(std::move(bytes.insert(last, more))), 0.5).has_value();
+  };
+  EXPECT_TRUE(scans(kSide, 500));
+  EXPECT_FALSE(scans(kSide, 501));
+  EXPECT_FALSE(scans(9'000, 50));  // of 49 times 81 million pixels
+}
+
+/// The decoder would have to unpack 2.7 GB.
+TEST(ImageBoundsTest, APictureFarTooLargeIsRefusedAtOnce) {
+  const Data huge = pngOf(30'000, 30'000, {8, 2}, std::string(90'001, '\0'), std::string(2'600'000, '\0'));
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_FALSE(jpegRepresentation(huge, 0.5));
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(100));
+}
+
+}  // namespace
+}  // namespace lumo

@@ -45,7 +45,7 @@ int converted(const std::string& name, const ConvertInto& convertInto) {
 
 int convertDocument(const std::string& file, const Convert& convert) {
   return withFiles([&] {
-    const Input input(file);
+    Input input(file);
     const std::string text = input.readAll();
     return converted(input.name(), [&](std::string& output) {
       const Value document = parseDocument(text);
@@ -65,12 +65,13 @@ int convertRequest(const Value& request, const std::string& name, const Convert&
 int convertLines(const std::string& file, Reasons reasons, const Convert& convert) {
   return withFiles([&] {
     constexpr std::size_t kFlushedFrom = std::size_t{1} << 20;
-    const Input input(file);
+    Input input(file);
     LineReader lines(input);
     Output output;
     int status = kDone;
     std::size_t number = 0;
     const auto report = [&](const std::string& reason) {
+      input.hideProgress();
       complain(input.name() + ":" + std::to_string(number) + ": " + reason);
     };
     while (const std::optional<std::string_view> line = lines.next(output)) {

@@ -48,12 +48,14 @@ std::size_t expectedSize(const struct stat& status) {
   return S_ISREG(status.st_mode) && status.st_size > 0 ? static_cast<std::size_t>(status.st_size) : 0;
 }
 
-std::string readToEnd(int descriptor, const std::string& name, std::size_t sizeHint) {
-  constexpr std::size_t kLeast = std::size_t{1} << 16;
+/// `read(buffer, size)` gives how many bytes it put there; 0 at the end.
+template <class Read>
+std::string readToEnd(const std::string& name, std::size_t sizeHint, const Read& read) {
+  constexpr std::size_t kLeast = std::size_t{1} << 16, kMostAtOnce = std::size_t{1} << 24;
   if (sizeHint > kMostBytes) throw FileError(name, EFBIG);
   std::string bytes(std::max(sizeHint + 1, kLeast), '\0');  // one more shows the end without growing
   std::size_t used = 0;
-  while (const std::size_t count = readSome(descriptor, name, bytes.data() + used, bytes.size() - used)) {
+  while (const std::size_t count = read(bytes.data() + used, std::min(bytes.size() - used, kMostAtOnce))) {
     used += count;
     if (used > kMostBytes) throw FileError(name, EFBIG);
     if (used == bytes.size()) bytes.resize(used * 2);
@@ -77,24 +79,29 @@ FileError::FileError(const std::string& name, int error)
 Input::Input(const std::string& file) : name_(file), descriptor_(STDIN_FILENO) {
   if (file == "-") {
     name_ = "standard input";
-    return;
+  } else {
+    folder_ = std::filesystem::path(file).parent_path();
+    descriptor_ = ::open(file.c_str(), O_RDONLY | O_CLOEXEC);
+    if (descriptor_ < 0) throw FileError(name_, errno);
   }
-  folder_ = std::filesystem::path(file).parent_path();
-  descriptor_ = ::open(file.c_str(), O_RDONLY | O_CLOEXEC);
-  if (descriptor_ < 0) throw FileError(name_, errno);
+  struct stat status {};
+  if (::fstat(descriptor_, &status) == 0) expectedSize_ = expectedSize(status);
+  progress_.emplace(name_, expectedSize_);
 }
 
 Input::~Input() {
   if (descriptor_ != STDIN_FILENO) ::close(descriptor_);
 }
 
-std::size_t Input::read(char* buffer, std::size_t size) const {
-  return readSome(descriptor_, name_, buffer, size);
+std::size_t Input::read(char* buffer, std::size_t size) {
+  const std::size_t count = readSome(descriptor_, name_, buffer, size);
+  progress_->advance(count);
+  return count;
 }
 
-std::string Input::readAll() const {
-  struct stat status {};
-  return readToEnd(descriptor_, name_, ::fstat(descriptor_, &status) == 0 ? expectedSize(status) : 0);
+std::string Input::readAll() {
+  return readToEnd(name_, expectedSize_,
+                   [this](char* buffer, std::size_t size) { return read(buffer, size); });
 }
 
 void Output::flush() {
@@ -130,7 +137,9 @@ Data readRegularFile(const std::filesystem::path& path) {
   if (S_ISDIR(status.st_mode)) throw FileError(name, EISDIR);
   if (!S_ISREG(status.st_mode)) throw FileError(name, "not a regular file");
   try {
-    return Data(readToEnd(descriptor, name, expectedSize(status)));
+    return Data(readToEnd(name, expectedSize(status), [&](char* buffer, std::size_t size) {
+      return readSome(descriptor, name, buffer, size);
+    }));
   } catch (const std::bad_alloc&) {
     throw FileError(name, ENOMEM);
   }

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "cli/Console.h"
+#include "cli/Progress.h"
 #include "platform/Data.h"
 
 #include <cstddef>
 #include <filesystem>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -58,14 +60,18 @@ class Input {
   const std::filesystem::path& folder() const noexcept { return folder_; }
 
   /// Waits for bytes and gives how many were put into the buffer; 0 at the end.
-  std::size_t read(char* buffer, std::size_t size) const;
+  std::size_t read(char* buffer, std::size_t size);
+  /// To be called before a complaint about what was read.
+  void hideProgress() { progress_->hide(); }
   /// All that is left, in one piece.
-  std::string readAll() const;
+  std::string readAll();
 
  private:
   std::string name_;
   std::filesystem::path folder_;
   int descriptor_;
+  std::size_t expectedSize_ = 0;
+  std::optional<Progress> progress_;
 };
 
 /// Standard output, written in large pieces.

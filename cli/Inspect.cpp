@@ -16,7 +16,7 @@ namespace {
 
 std::string readText(const std::string& url) {
   if (url != "-") return std::string(trimmed(url));
-  const Input input(url);
+  Input input(url);
   LineReader lines(input);
   Output none;
   return std::string(trimmed(lines.next(none).value_or("")));

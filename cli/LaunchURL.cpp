@@ -48,7 +48,7 @@ LaunchURL fromDocument(const std::string& text, const Input& input) {
 
 LaunchURL readLaunchURL(const std::string& operand) {
   if (isURL(operand)) return fromText(trimmed(operand));
-  const Input input(operand);
+  Input input(operand);
   const std::string text = input.readAll();
   if (trimmed(text).starts_with('{')) return fromDocument(text, input);
   return fromText(trimmed(firstLine(trimmed(text))));

@@ -12,7 +12,7 @@ namespace lumo::cli {
 /// The lines of an input, one after the other. A line ends with "\n" or "\r\n"; the last may lack its end.
 class LineReader {
  public:
-  explicit LineReader(const Input& input) noexcept : input_(input) {}
+  explicit LineReader(Input& input) noexcept : input_(input) {}
 
   /// The next line without its end, valid until the next call; null after the last. Whenever it must wait for
   /// input, it flushes the output first: whoever feeds the input may want to see the results so far.
@@ -23,7 +23,7 @@ class LineReader {
   /// Moves what is left to the front of the buffer and reads more behind it.
   void fill();
 
-  const Input& input_;
+  Input& input_;
   std::vector<char> buffer_;
   std::size_t begin_ = 0;
   std::size_t end_ = 0;

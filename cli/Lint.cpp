@@ -26,7 +26,7 @@ void checkLines(std::string_view text, const Input& input, Findings& findings) {
 }
 
 void checkFile(const std::string& file, bool isOneALine, Findings& findings) {
-  const Input input(file);
+  Input input(file);
   const std::string text = input.readAll();
   const std::string_view content = trimmed(text);
   const bool isDocument = content.empty() || content.starts_with('{');

@@ -34,43 +34,6 @@ TEST_F(CommandsTest, ADocumentOfEveryKindIsFilledAndWithoutFault) {
   expectBeginning(shell("lumoapi new txet").errors, "lumoapi: KIND: txet is not known, did you mean text?\n");
 }
 
-TEST_F(CommandsTest, LintTellsOfRefusalsAndWarnings) {
-  const std::string kTitled = R"({"message":{"object":{"class":"LumoApiTextObject","text":"a","title":")" +
-                              std::string(129, 't') + "\"}}}";
-  const struct {
-    std::string line, input;
-    int status;
-    std::string output;
-  } kCases[] = {
-      {"lumoapi lint", " " + kText, 0, ""},
-      {"lumoapi lint", kURL + "\n\n" + kURL + "&titel=SGk=\r\na b", 1,
-          "standard input:3: unknown-key: titel: nobody reads it, did you mean title?\n"
-          "standard input:4: not-a-url: byte 2: a blank, which is written %20\n"},
-      {"lumoapi lint in -", kTitled, 1, "in: too-long: title: 129 UTF-16 code units, at most 128\n"},
-      {"lumoapi lint in", "{\n\"message\"}", 1, "in: bad-document: line 2, column 10: not JSON\n"},
-      {"lumoapi lint in", R"({"mesage":null})", 1,
-          "in: bad-document: mesage: unknown member, did you mean message?\n"},
-      {"lumoapi lint in", R"({"message":{"object":{"class":"LumoApiResultObject"}}})", 1,
-          "in: unknown-kind: object: "},
-      {"lumoapi lint in", R"({"url":"demo://request_from_lumo/view?file_type=txt"})", 1,
-          "in: unknown-kind: file_type: “txt” is no kind of content, did you mean text?\n"},
-      {"lumoapi lint --lines in", kText + "\n" + kTitled, 1, "in:2: too-long: title: 129"},
-      {"lumoapi lint in", "", 1, "in: not-a-url: byte 1: no text at all\n"},
-      {"lumoapi lint 'demo://request_from_lumo/view?file_type=img'", "", 0, ""},
-      {"lumoapi lint in none", "\x1B", 4, "in:1: not-a-url: byte 1: a control character"},
-      {"lumoapi lint --json", kText, 0, "[]\n"},
-  };
-  for (const auto& [line, input, status, output] : kCases) {
-    SCOPED_TRACE(line + " <<< " + input.substr(0, 100));
-    const Outcome outcome = shell(line, input);
-    EXPECT_EQ(outcome.status, status) << outcome.errors;
-    expectBeginning(outcome.output, output);
-  }
-  EXPECT_EQ(lumo::parseJSON(shell("lumoapi lint --json --lines", "\n" + kTitled).output),
-      lumo::parseJSON(R"([{"file":"standard input","line":2,"code":"too-long","key":"title",
-                           "message":"title: 129 UTF-16 code units, at most 128"}])"));
-}
-
 TEST_F(CommandsTest, AQRCodeIsReadBack) {
   const std::string kLong = "demo://" + std::string(2946, 'a');
   // The characters become a bitmap, four pixels a module; a block stands for light modules.
@@ -90,30 +53,6 @@ TEST_F(CommandsTest, AQRCodeIsReadBack) {
       {"lumoapi qr --color=always in | sed 's/\x1B[^m]*m//g; y/█▀▄ / ▄▀█/' | " + kBitmap, kURL, kURL + "\n"},
   };
   for (const auto& [line, input, output] : kCases) EXPECT_EQ(shell(line, input).output, output) << line;
-
-  const struct {
-    std::string line, input;
-    int status;
-    std::string errors;
-  } kFaults[] = {
-      {"lumoapi qr", kLong + "a", 1, "lumoapi: refused: url: 2954 bytes, at most 2953 in a QR code\n"},
-      {"lumoapi qr", R"({"message":null})", 1, "lumoapi: refused: message: missing or empty\n"},
-      {"lumoapi qr", R"({"url":null})", 1, "lumoapi: refused: the document's url is null\n"},
-      {"lumoapi qr 'a:b c'", "", 3, "lumoapi: not a URL: byte 4: a blank"},
-      {"lumoapi qr", "{", 3, "lumoapi: standard input: line 1, column 2: "},
-      {"lumoapi qr --png no/p a:b", "", 4, "lumoapi: no/p: No such file or directory\n"},
-      {"script -qec 'stty cols 28; lumoapi qr demo://a 2>in' /dev/null >s; status=$?; cat in >&2; exit "
-       "$status",
-          "", 1, "lumoapi: refused: the code is 29 columns wide, the terminal 28;"},
-      {"lumoapi qr 'demo://request_from_lumo/view?file_type=img' >f", "", 0,
-          "lumoapi: the bytes beside the URL"},
-  };
-  for (const auto& [line, input, status, errors] : kFaults) {
-    const Outcome outcome = shell(line, input);
-    EXPECT_EQ(outcome.status, status) << line;
-    EXPECT_EQ(outcome.output, "");
-    expectBeginning(outcome.errors, errors);
-  }
 }
 
 TEST_F(CommandsTest, ManualAndCompletionsKnowEveryCommand) {

@@ -2,18 +2,10 @@
 // send.
 
 #include "platform/JSON.h"
+#include "tests/cli/ShellTest.h"
 
-#include <gtest/gtest.h>
-#include <sys/wait.h>
-
-#include <cstdio>
-#include <filesystem>
-#include <fstream>
 #include <regex>
 #include <set>
-#include <sstream>
-#include <string>
-#include <utility>
 
 namespace {
 
@@ -21,15 +13,9 @@ namespace fs = std::filesystem;
 
 const fs::path kExamples = fs::path(LUMOAPI_SOURCE_DIR) / "examples";
 
-/// The exit status of a line of shell and what it wrote to its output.
-std::pair<int, std::string> run(const std::string& line) {
-  std::FILE* pipe = ::popen(line.c_str(), "r");
-  std::string output;
-  for (int byte; (byte = std::fgetc(pipe)) != EOF;) output += static_cast<char>(byte);
-  return {WEXITSTATUS(::pclose(pipe)), output};
-}
+using ExamplesTest = ShellTest;
 
-TEST(Examples, EachConvertsAsTheirReadmeSays) {
+TEST_F(ExamplesTest, EachConvertsAsTheirReadmeSays) {
   const std::regex row(R"(\|[^|]+\| `(\w+)` \| \[(\S+)\]\((\S+)\) \| `(\S+)` \| ([^|]+) \|)");
   std::set<std::string> classes, inTable, inFolder;
   std::ifstream readme(kExamples / "README.md");
@@ -41,9 +27,9 @@ TEST(Examples, EachConvertsAsTheirReadmeSays) {
     classes.insert(name);
     inTable.insert(file);
     EXPECT_EQ(cell[3], file);
-    const auto [status, output] = run(LUMOAPI_TOOL " encode '" + (kExamples / file).string() + "'");
-    ASSERT_EQ(status, 0);
-    const lumo::Value result = lumo::parseJSON(output).value();
+    const Outcome outcome = shell("lumoapi encode '" + (kExamples / file).string() + "'");
+    ASSERT_EQ(outcome.status, 0);
+    const lumo::Value result = lumo::parseJSON(outcome.output).value();
     const lumo::Value::Dictionary& members = *result.asDictionary();
     EXPECT_EQ(*members.find("object")->asDictionary()->find("class")->asString(), name);
     EXPECT_TRUE(members.find("url")->asString()->starts_with(destination + "?"));
@@ -60,15 +46,15 @@ TEST(Examples, EachConvertsAsTheirReadmeSays) {
   EXPECT_EQ(classes.size(), 22U);
 }
 
-TEST(Examples, TheScriptShowsThemAndTellsOfARefusal) {
+TEST_F(ExamplesTest, TheScriptShowsThemAndTellsOfARefusal) {
   const std::string script = "'" + (kExamples / "run.sh").string() + "' ";
-  const auto [status, output] = run(script + LUMOAPI_TOOL);
-  EXPECT_EQ(status, 0);
+  const Outcome outcome = shell(script + LUMOAPI_TOOL);
+  EXPECT_EQ(outcome.status, 0);
   const std::string track = std::to_string(fs::file_size(kExamples / "files/harbour-walk.gpx"));
-  EXPECT_NE(output.find(", file_data " + track + " bytes\n"), std::string::npos) << output;
-  std::istringstream lines(output);
+  EXPECT_NE(outcome.output.find(", file_data " + track + " bytes\n"), std::string::npos) << outcome.output;
+  std::istringstream lines(outcome.output);
   for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 100u) << line;
-  EXPECT_EQ(run(script + "false").first, 1);
+  EXPECT_EQ(shell(script + "false").status, 1);
 }
 
 }  // namespace

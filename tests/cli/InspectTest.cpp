@@ -89,9 +89,8 @@ TEST_F(InspectTest, ExplainsEveryExample) {
   for (const auto& [name, asks] : kExamples) {
     SCOPED_TRACE(name);
     const std::string file = (examples / name).string() + ".json";
-    const Outcome outcome = shell(
-        "lumoapi encode --url --store s \"$1\" | lumoapi inspect --store s; status=$?; rm -f s; exit $status",
-        "", file);
+    const Outcome outcome =
+        shell("rm -f s; lumoapi encode --url --store s \"$(cat)\" | lumoapi inspect --store s", file);
     EXPECT_EQ(outcome.status, 0);
     const std::string line = std::regex_replace(outcome.output, std::regex("\n(?! )"), " ");
     EXPECT_NE(line.find(asks), std::string::npos) << outcome.output;
@@ -346,49 +345,13 @@ TEST(Inspect, ManyPairsTakeNoTime) {
   EXPECT_TRUE(lumo::parseJSON(jsonOf(findings(kText + "&extMap=" + map), std::nullopt)));
 }
 
-TEST_F(InspectTest, StatusAndStreams) {
-  const std::string kUnknown = "mlumoapi://nowhere?a=b";
-  const struct {
-    std::string line, argument;
-    int status;
-    std::string output, errors;  // each: what the stream begins with, or nothing
-  } kCases[] = {
-      {"lumoapi inspect \"$1\"", kText, 0, "An app asks the messenger to share a text.\n", ""},
-      {"lumoapi inspect", "  " + kText + " \r\nsecond", 0, "An app asks", ""},
-      {"lumoapi inspect -", kText, 0, "An app asks", ""},
-      {"lumoapi inspect \"$1\"", kUnknown, 1, "Neither", ""},
-      {"lumoapi inspect --json \"$1\"", kUnknown, 1, "{\n  \"url\": \"" + kUnknown, ""},
-      {"lumoapi inspect a b", "", 2, "", "lumoapi: "},
-      {"lumoapi inspect --color=blue x", "", 2, "", "lumoapi: --color"},
-      {"lumoapi inspect \"$1\"", "a b", 3, "",
-          "lumoapi: not a URL: byte 2: a blank, which is written %20\n  a b\n   ^"},
-      {"lumoapi inspect --json", "", 3, "{\n  \"url\": \"\",\n", "lumoapi: not a URL"},
-      {"lumoapi inspect --store in \"$1\"", kText, 4, "", "lumoapi: in: not a large-data record\n"},
-      {"lumoapi inspect \"$1\" >/dev/full", kText, 4, "",
-          "lumoapi: standard output: No space left on device\n"},
-      {"lumoapi inspect --color=always \"$1\"", kText, 0, "\x1B[1mAn app", ""},
-      {"TERM=xterm NO_COLOR= script -qec \"lumoapi inspect '$1'\" /dev/null </dev/null", kText, 0,
-          "\x1B[1mAn app", ""},
-      {"TERM=xterm NO_COLOR=1 script -qec \"lumoapi inspect '$1'\" /dev/null </dev/null", kText, 0, "An app",
-          ""},
-      {"lumoapi inspect --help", "", 0, "Explains a launch URL", ""},
-  };
-  for (const auto& [line, argument, status, output, errors] : kCases) {
-    SCOPED_TRACE(line);
-    const Outcome outcome = shell(line, argument, argument);
-    EXPECT_EQ(outcome.status, status);
-    expectBeginning(outcome.output, output);
-    expectBeginning(outcome.errors, errors);
-  }
-}
-
 TEST_F(InspectTest, SavesBytesInTheFolderAlone) {
   const Data bytes("\xFF\xD8\xFFpicture"s);
   LumoApiFilePasteboard((folder_ / "s").string())
       .write(std::make_shared<LumoApiLargeData>(LumoApiLargeData{{"../../up", bytes}, {"/a/b", bytes},
           {"a.b", Data("text"s)}, {"..", bytes}, {"image_data_list", Value::Array{bytes, bytes}}}));
-  const std::string kSave = "lumoapi inspect --store s --save d \"$1\"";
-  EXPECT_EQ(shell(kSave, "", kPicture + "&previewimageData=AAEC").status, 0);
+  const std::string kSave = "lumoapi inspect --store s --save d \"$(cat)\"";
+  EXPECT_EQ(shell(kSave, kPicture + "&previewimageData=AAEC").status, 0);
   std::set<std::string> names;
   for (const auto& entry : fs::recursive_directory_iterator(folder_))
     names.insert(fs::relative(entry.path(), folder_));
@@ -402,11 +365,11 @@ TEST_F(InspectTest, SavesBytesInTheFolderAlone) {
   fs::remove_all(folder_ / "d");
   fs::create_directory(folder_ / "d");
   fs::create_symlink("../in", folder_ / "d/up.jpg");
-  const Outcome outcome = shell(kSave, kPicture, kPicture);
+  const Outcome outcome = shell(kSave, kPicture);
   EXPECT_EQ(outcome.status, 4);
   EXPECT_EQ(outcome.errors, "lumoapi: d/up.jpg: File exists\n");
   EXPECT_EQ(read("in"), kPicture);
-  EXPECT_NE(shell("lumoapi inspect --save e \"$1\"; test ! -e e", "", kText).output.find("nothing"),
+  EXPECT_NE(shell("lumoapi inspect --save e \"$(cat)\"; test ! -e e", kText).output.find("nothing"),
       std::string::npos);
 }
 

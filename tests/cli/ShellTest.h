@@ -30,12 +30,12 @@ class ShellTest : public ::testing::Test {
     return text.str();
   }
 
-  /// Runs a line of shell in a folder of the test's own; `lumoapi` is the tool, $1 the argument.
-  Outcome shell(const std::string& line, const std::string& input = "", const std::string& argument = "") {
+  /// Runs a line of shell in a folder of the test's own; `lumoapi` is the tool.
+  Outcome shell(const std::string& line, const std::string& input = "") {
     write("in", input);
     const std::string script = "cd '" + folder_.string() + "' && PATH=\"" +
-                               std::filesystem::path(LUMOAPI_TOOL).parent_path().string() +
-                               ":$PATH\" && set -- '" + argument + "' && { " + line + "\n} <in >out 2>err";
+                               std::filesystem::path(LUMOAPI_TOOL).parent_path().string() + ":$PATH\" && { " +
+                               line + "\n} <in >out 2>err";
     const int status = std::system(script.c_str());
     return {WEXITSTATUS(status), read("out"), read("err")};
   }

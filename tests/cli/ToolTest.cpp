@@ -42,14 +42,15 @@ TEST_F(ToolTest, StatusAndStreamsOfEachEnd) {
   const std::string kStaging =
       R"({"message":{"object":{"class":"LumoApiImageArrayForNimboObject","imageDataArray":[{"$data":""}]}}})";
   const std::string kDeep = R"({"message":)" + std::string(600, '[') + std::string(600, ']') + "}";
-  struct {
+  const std::string kUnknown = "mlumoapi://nowhere?a=b";
+  const struct {
     std::string line, input;
     int status;
-    std::string output, errors;  // each: what the stream begins with, or nothing
-  } const kCases[] = {
-      {"lumoapi encode --url in", kHello, 0, kHelloURL + "\n", ""},
-      {"cat in | lumoapi encode --url /dev/stdin", kHello, 0, kHelloURL + "\n", ""},
-      {"lumoapi encode", titled(128), 0, "{\n  \"url\": \"mlumoapi://", ""},
+    std::string output = "", errors = "";  // each: what the stream begins with, or nothing
+  } kCases[] = {
+      {"lumoapi encode --url in", kHello, 0, kHelloURL + "\n"},
+      {"cat in | lumoapi encode --url /dev/stdin", kHello, 0, kHelloURL + "\n"},
+      {"lumoapi encode", titled(128), 0, "{\n  \"url\": \"mlumoapi://"},
       {"lumoapi encode", titled(129), 1, "{\n  \"url\": null,",
           "lumoapi: refused: title: 129 UTF-16 code units"},
       {"lumoapi encode --lines --url", "\n" + kHello + "\r\n \t\r\n{}\n" + titled(129) + "\n" + kHello, 3,
@@ -57,8 +58,8 @@ TEST_F(ToolTest, StatusAndStreamsOfEachEnd) {
           "lumoapi: standard input:4: message: missing\n"
           "lumoapi: standard input:5: refused: title: 129 UTF-16 code units, at most 128\n"},
       {"lumoapi encode --url", R"({"message":null})", 1, "", "lumoapi: refused: message: missing or empty\n"},
-      {"lumoapi decode 'demo://request_from_lumo/pick?a='", "", 0, kMessage, ""},
-      {"lumoapi decode -", R"({"url":"demo://request_from_lumo/pick?a="})", 0, kMessage, ""},
+      {"lumoapi decode 'demo://request_from_lumo/pick?a='", "", 0, kMessage},
+      {"lumoapi decode -", R"({"url":"demo://request_from_lumo/pick?a="})", 0, kMessage},
       {"lumoapi decode a:b", "", 1, kNoMessage, "lumoapi: no message: host: missing or empty\n"},
       {"lumoapi decode --store none a:b", "", 1, kNoMessage, "lumoapi: no message: host: missing or empty\n"},
       {"mv in f:g; lumoapi decode f:g", "{}", 3, "", "lumoapi: f:g: url: missing\n"},
@@ -80,8 +81,62 @@ TEST_F(ToolTest, StatusAndStreamsOfEachEnd) {
       {"lumoapi encode >/dev/full", kHello, 4, "", "lumoapi: standard output: No space left on device\n"},
       {"lumoapi encode <&-", "", 4, "", "lumoapi: standard input: Bad file descriptor\n"},
       {"{ lumoapi encode; echo $? >&2; } | false", titled(200'000), 1, "", "4\n"},
-      {"lumoapi --version", "", 0, "lumoapi ", ""},
-      {"lumoapi --help", "", 0, "Turns messages into URLs", ""},
+      {"lumoapi --version", "", 0, "lumoapi "},
+      {"lumoapi --help", "", 0, "Turns messages into URLs"},
+      {"lumoapi help inspect", "", 0, "Explains a launch URL"},
+      // What a URL says.
+      {"lumoapi inspect \"$(cat)\"", kHelloURL, 0, "An app asks the messenger to share a text.\n"},
+      {"lumoapi inspect", "  " + kHelloURL + " \r\nsecond", 0, "An app asks"},
+      {"lumoapi inspect -", kHelloURL, 0, "An app asks"},
+      {"lumoapi inspect \"$(cat)\"", kUnknown, 1, "Neither"},
+      {"lumoapi inspect --json \"$(cat)\"", kUnknown, 1, "{\n  \"url\": \"" + kUnknown},
+      {"lumoapi inspect a b", "", 2, "", "lumoapi: "},
+      {"lumoapi inspect --color=blue x", "", 2, "", "lumoapi: --color"},
+      {"lumoapi inspect \"$(cat)\"", "a b", 3, "",
+          "lumoapi: not a URL: byte 2: a blank, which is written %20\n  a b\n   ^"},
+      {"lumoapi inspect --json", "", 3, "{\n  \"url\": \"\",\n", "lumoapi: not a URL"},
+      {"lumoapi inspect --store in \"$(cat)\"", kHelloURL, 4, "", "lumoapi: in: not a large-data record\n"},
+      {"lumoapi inspect \"$(cat)\" >/dev/full", kHelloURL, 4, "",
+          "lumoapi: standard output: No space left on device\n"},
+      {"lumoapi inspect --color=always \"$(cat)\"", kHelloURL, 0, "\x1B[1mAn app"},
+      {"TERM=xterm NO_COLOR= script -qec \"lumoapi inspect '$(cat)'\" /dev/null </dev/null", kHelloURL, 0,
+          "\x1B[1mAn app"},
+      {"TERM=xterm NO_COLOR=1 script -qec \"lumoapi inspect '$(cat)'\" /dev/null </dev/null", kHelloURL, 0,
+          "An app"},
+      // What would be refused or looks wrong.
+      {"lumoapi lint", " " + kHello, 0, ""},
+      {"lumoapi lint", kHelloURL + "\n\n" + kHelloURL + "&titel=SGk=\r\na b", 1,
+          "standard input:3: unknown-key: titel: nobody reads it, did you mean title?\n"
+          "standard input:4: not-a-url: byte 2: a blank, which is written %20\n"},
+      {"lumoapi lint in -", titled(129), 1, "in: too-long: title: 129 UTF-16 code units, at most 128\n"},
+      {"lumoapi lint in", "{\n\"message\"}", 1, "in: bad-document: line 2, column 10: not JSON\n"},
+      {"lumoapi lint in", R"({"mesage":null})", 1,
+          "in: bad-document: mesage: unknown member, did you mean message?\n"},
+      {"lumoapi lint in", R"({"message":{"object":{"class":"LumoApiResultObject"}}})", 1,
+          "in: unknown-kind: object: "},
+      {"lumoapi lint in", R"({"url":"demo://request_from_lumo/view?file_type=txt"})", 1,
+          "in: unknown-kind: file_type: “txt” is no kind of content, did you mean text?\n"},
+      {"lumoapi lint --lines in", kHello + "\n" + titled(129), 1, "in:2: too-long: title: 129"},
+      {"lumoapi lint in", "", 1, "in: not-a-url: byte 1: no text at all\n"},
+      {"lumoapi lint 'demo://request_from_lumo/view?file_type=img'", "", 0, ""},
+      {"lumoapi lint in none", "\x1B", 4, "in:1: not-a-url: byte 1: a control character",
+          "lumoapi: none: No such file or directory\n"},
+      {"lumoapi lint --json", kHello, 0, "[]\n"},
+      {R"(lumoapi lint --json --lines in | tr -d ' \n')", "\n" + titled(129), 0,
+          R"([{"file":"in","line":2,"code":"too-long","key":"title","message":"title:129UTF-16codeunits,atmost128"}])"},
+      // QR codes.
+      {"lumoapi qr", "demo://" + std::string(2947, 'a'), 1, "",
+          "lumoapi: refused: url: 2954 bytes, at most 2953 in a QR code\n"},
+      {"lumoapi qr", R"({"message":null})", 1, "", "lumoapi: refused: message: missing or empty\n"},
+      {"lumoapi qr", R"({"url":null})", 1, "", "lumoapi: refused: the document's url is null\n"},
+      {"lumoapi qr 'a:b c'", "", 3, "", "lumoapi: not a URL: byte 4: a blank"},
+      {"lumoapi qr", "{", 3, "", "lumoapi: standard input: line 1, column 2: "},
+      {"lumoapi qr --png no/p a:b", "", 4, "", "lumoapi: no/p: No such file or directory\n"},
+      {"script -qec 'stty cols 28; lumoapi qr demo://a 2>in' /dev/null >s; status=$?; cat in >&2; exit "
+       "$status",
+          "", 1, "", "lumoapi: refused: the code is 29 columns wide, the terminal 28;"},
+      {"lumoapi qr 'demo://request_from_lumo/view?file_type=img' >f", "", 0, "",
+          "lumoapi: the bytes beside the URL"},
   };
   for (const auto& [line, input, status, output, errors] : kCases) {
     SCOPED_TRACE(line + " <<< " + input.substr(0, 100));
@@ -222,6 +277,16 @@ TEST_F(ToolTest, AResultComesBeforeTheNextLineIsWaitedFor) {
       kHello);
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.output, kHelloURL + "\n" + kHelloURL + "\n");
+}
+
+TEST_F(ToolTest, ATerminalShowsTheProgressOfLongWork) {
+  // The results are not read for a while, so that the work takes long.
+  const Outcome outcome = shell(R"(yes "$(cat) " | head -n 8000 >f
+      script -qec 'lumoapi encode --lines f | { sleep 0.5; wc -l; }' /dev/null | cat -v)",
+      kHello);
+  EXPECT_EQ(outcome.output.substr(0, 5), "^Mf: ");
+  EXPECT_NE(outcome.output.find(" % of "), std::string::npos) << outcome.output;
+  EXPECT_TRUE(outcome.output.ends_with("^M^[[K8000^M\n")) << outcome.output;
 }
 
 }  // namespace

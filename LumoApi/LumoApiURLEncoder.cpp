@@ -15,9 +15,9 @@ constexpr std::string_view kAfterScheme = "://";
 
 std::string_view keyOf(const Entry& entry) noexcept { return std::string_view(entry.key); }
 
-/// Whether the entry reads as several pairs where the URL is split again.
+/// Whether the entry reads as several pairs, or as one of another key, where the URL is split again.
 inline bool splits(const Entry& entry) noexcept {
-  return (!entry.key.isFixed() && keyOf(entry).find('&') != std::string_view::npos) ||
+  return (!entry.key.isFixed() && keyOf(entry).find_first_of("&=") != std::string_view::npos) ||
          entry.value.hasAmpersand();
 }
 

@@ -16,8 +16,9 @@ class LUMOAPI_EXPORT LumoApiURLEncoder {
   ///
   /// Keys and values are written as they are, and the whole text is then percent-encoded once: a "%" becomes
   /// "%25", while "&", "=", "+", "/" and "?" inside a value stay. Entries come in the dictionary's order, but
-  /// those whose key or plain value holds an "&" come before all others: what they inject stands before the
-  /// entries that hold none, and a reader who lets the last of two equal keys win keeps those. With a null or
+  /// those whose key or plain value holds an "&", or whose key holds a "=", come before all others: what they
+  /// inject stands before the entries that hold none, and a reader who lets the last of two equal keys win
+  /// keeps those. With a null or
   /// empty dictionary nothing is encoded and no "?" is written.
   static std::optional<lumo::URL> urlWithScheme(std::optional<std::string_view> scheme,
                                                 std::optional<std::string_view> host,

@@ -20,7 +20,8 @@ class LUMOAPI_EXPORT LumoApiLog {
     /// The logging source, without a suffix: "LumoApi/LumoApiMessageAndUrlConverter".
     std::string_view file;
     int line;
-    /// The message text. Control characters of the texts that were filled in stand as `\u00xx`.
+    /// The message text, UTF-8. Of the texts that were filled in, control characters, ends of lines and marks
+    /// of direction stand as `\u001b` or `\u2028`, and bytes that are not UTF-8 as `\xff`.
     std::string_view message;
   };
   using Handler = std::function<void(const Line&)>;

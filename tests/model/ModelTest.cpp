@@ -140,6 +140,7 @@ TEST(Log, FillsPlacesAndNeverReadsArgumentsAsFormats) {
     lines.emplace_back(line.message);
   });
   LumoApiLog::log("%@ %s %d %lu %%|%s", {"%@%n", "%s%s", std::int64_t{-1}, ~std::uint64_t{0}});
+  LumoApiLog::log("(%s)", {"a\r\n\x1B[2J\x7F \u0085\u2028\u202E \x9B\xFF\xE4\xB8 中é😀"});
   LumoApiLog::silence();
   EXPECT_FALSE(LumoApiLog::isListening());
   LumoApiLog::log("unheard");
@@ -149,7 +150,8 @@ TEST(Log, FillsPlacesAndNeverReadsArgumentsAsFormats) {
   LumoApiLog::removeHandler();
   LumoApiLog::log("to standard error");
   EXPECT_NE(testing::internal::GetCapturedStderr().find(": to standard error\n"), std::string::npos);
-  EXPECT_EQ(lines, std::vector<std::string>{"%@%n %s%s -1 18446744073709551615 %|"});
+  EXPECT_EQ(lines, (std::vector<std::string>{"%@%n %s%s -1 18446744073709551615 %|",
+                       R"((a\u000d\u000a\u001b[2J\u007f \u0085\u2028\u202e \x9b\xff\xe4\xb8 中é😀))"}));
 }
 
 TEST(Datastore, SettersKeepTheOtherValues) {

@@ -21,7 +21,7 @@ class LUMOAPI_EXPORT LumoApiKivaObject {
 
 /// The envelope of one request or answer: a content object and what kind of message it is.
 ///
-/// A value; copies share the content object and the card.
+/// A value; copies share the content object and the card, so that one thread at a time may use them all.
 class LUMOAPI_EXPORT LumoApiMessage {
  public:
   LumoApiMessage() = default;

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-/// Base64 as it stands in launch URLs: standard alphabet, `=` padding.
+/// Base64 as it stands in launch URLs: standard alphabet, `=` padding. Without state: any thread may call it.
 class LUMOAPI_EXPORT LumoOpenApiUtility {
  public:
   /// The base64 text of the string's UTF-8 bytes; null for null and for a string that is not UTF-8.

@@ -14,7 +14,7 @@ namespace lumo {
 /// The query of a URL as it was received: pieces between "&", each a key and a value around its first "=";
 /// pieces without a "=" do not count. Of two equal keys the last counts. Nothing is decoded.
 ///
-/// Immutable; shares the URL's text.
+/// Immutable; shares the URL's text. Several threads may read one at once.
 class LUMOAPI_EXPORT RawQuery {
  public:
   RawQuery() noexcept = default;

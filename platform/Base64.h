@@ -13,7 +13,7 @@
 namespace lumo {
 
 // Base64 with the standard alphabet (`+` and `/`) and `=` padding, the form that a launch URL's query carries
-// unchanged.
+// unchanged. Without state: any thread may call these functions at any time.
 
 /// The length of the base64 text of `size` bytes.
 constexpr std::size_t base64EncodedSize(std::size_t size) noexcept {

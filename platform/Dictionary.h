@@ -18,8 +18,8 @@ LUMOAPI_EXPORT std::uint64_t seededHash(std::string_view key) noexcept;
 /// A dictionary with text keys that keeps the order of insertion; a replaced key keeps its place.
 ///
 /// Keys are case-sensitive and compared byte by byte. A few entries are looked through one by one, many
-/// through an index, so no number of keys makes it slow. `Key` is anything that gives its text as
-/// std::string_view.
+/// through an index, so no number of keys makes it slow. Several threads may read one, none while it changes.
+/// `Key` is anything that gives its text as std::string_view.
 template <class T, class Key = std::string>
 class Dictionary {
  public:

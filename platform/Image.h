@@ -29,7 +29,7 @@ namespace lumo {
 /// A profile of more than 3 MiB is dropped. What a PNG has beside pixels, profile and orientation is passed
 /// over; in a chunk of more than 8 MB it may, depending on the PNG library, make the file none.
 ///
-/// Throws std::bad_alloc and nothing else.
+/// Throws std::bad_alloc and nothing else. Without state: any thread may call this at any time.
 LUMOAPI_EXPORT std::optional<Data> jpegRepresentation(const Data& picture, double quality);
 
 }  // namespace lumo

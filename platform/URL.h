@@ -13,7 +13,7 @@ namespace lumo {
 ///
 /// Only the parser makes one. It takes every URI reference of RFC 3986, the empty text included (an empty
 /// URL). Components are exactly as written: the host keeps its letter case and nothing is decoded, trimmed or
-/// normalised. Copying a URL copies no text.
+/// normalised. Copying a URL copies no text; distinct URL objects may be used from several threads at once.
 class LUMOAPI_EXPORT URL {
  public:
   /// Parses a copy of the text. Characters beyond ASCII (valid UTF-8) in path, query and fragment are

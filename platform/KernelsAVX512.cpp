@@ -31,6 +31,13 @@ namespace {
 
 using Bytes64 = std::array<std::uint8_t, 64>;
 
+// A place that may lie outside of everything, where no pointer may be moved to; to be fetched early, or to be
+// read with a mask that leaves out what lies outside.
+const void* placeAt(const void* from, std::ptrdiff_t distance) noexcept {
+  const auto place = reinterpret_cast<std::uintptr_t>(from) + static_cast<std::uintptr_t>(distance);
+  return reinterpret_cast<const void*>(place);  // NOLINT(performance-no-int-to-ptr)
+}
+
 struct AVX512 {
   using Bytes = __m512i;
   using Bits = std::uint64_t;
@@ -73,19 +80,17 @@ struct AVX512 {
   class Edge {
    public:
     Edge(std::string_view text, std::size_t at) noexcept
-        : start_(reinterpret_cast<std::uintptr_t>(text.data()) + at),
-          before_(std::min<std::size_t>(at, 3)),
-          after_(text.size() - at) {}
+        : start_(text.data() + at), before_(std::min<std::size_t>(at, 3)), after_(text.size() - at) {}
 
     // What is not in the mask is not read, wherever it lies.
     Bytes load(std::size_t back) const noexcept {
       const Bits outside = first(back - std::min(back, before_));
       return _mm512_maskz_loadu_epi8(first(back + after_) & ~outside,
-                                     reinterpret_cast<const void*>(start_ - back));
+                                     placeAt(start_, -static_cast<std::ptrdiff_t>(back)));
     }
 
    private:
-    std::uintptr_t start_;
+    const char* start_;
     std::size_t before_, after_;
   };
 };
@@ -112,11 +117,11 @@ __m512i textOf(__m512i bytes) noexcept {
 }
 
 // Both the line to be read and the line to be written soon are fetched early: else stores wait for their
-// lines, and a load that spans two lines waits for both. A hint may point anywhere.
+// lines, and a load that spans two lines waits for both.
 void fetchAhead(const void* in, const void* out) noexcept {
-  constexpr std::uintptr_t kAhead = 512;
-  _mm_prefetch(reinterpret_cast<const char*>(reinterpret_cast<std::uintptr_t>(in) + kAhead), _MM_HINT_T0);
-  _mm_prefetch(reinterpret_cast<const char*>(reinterpret_cast<std::uintptr_t>(out) + kAhead), _MM_HINT_T0);
+  constexpr std::ptrdiff_t kAhead = 512;
+  _mm_prefetch(static_cast<const char*>(placeAt(in, kAhead)), _MM_HINT_T0);
+  _mm_prefetch(static_cast<const char*>(placeAt(out, kAhead)), _MM_HINT_T0);
 }
 
 // Up to 48 bytes.

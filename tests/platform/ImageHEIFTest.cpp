@@ -117,5 +117,64 @@ TEST(ImageHEIFTest, OnlyWhatIsSimplyBuiltIsDecoded) {
 #endif
 }
 
+#ifdef LUMOAPI_HAVE_HEIF
+
+/// As a camera held upright writes it; empty where the library has no encoder.
+std::string photo(const std::string& profile, const std::string& exif) {
+  heif_context* const context = heif_context_alloc();
+  heif_encoder* encoder = nullptr;
+  std::string file;
+  if (heif_context_get_encoder_for_format(context, heif_compression_HEVC, &encoder).code == heif_error_Ok) {
+    heif_image* image = nullptr;
+    heif_image_create(192, 128, heif_colorspace_RGB, heif_chroma_interleaved_RGBA, &image);
+    heif_image_add_plane(image, heif_channel_interleaved, 192, 128, 8);
+    int stride = 0;
+    std::uint8_t* pixels = heif_image_get_plane(image, heif_channel_interleaved, &stride);
+    for (int place = 0; place < 128 * stride; ++place) {
+      const bool isLeft = place % stride < stride / 2;
+      pixels[place] = place % 4 == 3 && isLeft ? 0 : place % 4 == 0 || place % 4 == 3 ? 255 : 0;
+    }
+    heif_image_set_raw_color_profile(image, "prof", profile.data(), profile.size());
+    heif_encoding_options* const options = heif_encoding_options_alloc();
+    options->image_orientation = heif_orientation_rotate_90_cw;
+    heif_image_handle* handle = nullptr;
+    heif_context_encode_image(context, image, encoder, options, &handle);
+    heif_context_add_exif_metadata(context, handle, exif.data(), static_cast<int>(exif.size()));
+    heif_writer writer{1, [](heif_context*, const void* bytes, std::size_t count, void* to) {
+                         static_cast<std::string*>(to)->assign(static_cast<const char*>(bytes), count);
+                         return heif_error{heif_error_Ok, heif_suberror_Unspecified, ""};
+                       }};
+    heif_context_write(context, &writer, &file);
+    heif_image_handle_release(handle);
+    heif_encoding_options_free(options);
+    heif_image_release(image);
+    heif_encoder_release(encoder);
+  }
+  heif_context_free(context);
+  return file;
+}
+
+TEST(ImageHEIFTest, ACamerasPictureIsTurnedAndKeepsItsProfile) {
+  const std::string profile = profileFor("RGB ");
+  std::string file = photo(profile, kExif);
+  if (file.empty()) GTEST_SKIP() << "no encoder for HEIF here";
+  const Data jpeg = jpegRepresentation(Data(std::string(file)), 0.9).value();
+  const Decoded picture = decoded(jpeg);
+  ASSERT_EQ(picture.size, (std::array<JDIMENSION, 2>{128, 192}));
+  const auto colorAt = [&](std::size_t line) { return picture.pixels.at((line * 128 + 64) * 3 + 1); };
+  EXPECT_GT(colorAt(40), 250) << "transparent, so white";
+  EXPECT_LT(colorAt(150), 5) << "red";
+  EXPECT_NE(jpeg.view().find("ICC_PROFILE\0\1\1"s + profile), std::string_view::npos);
+  EXPECT_EQ(jpeg.view().find("Exif"), std::string_view::npos) << "turned already, and the place is gone";
+
+  // Said to be smaller than it is, the picture is decoded by the library all the same.
+  for (std::size_t place = 0; (place = file.find("ispe", place + 1)) != file.npos;) {
+    file.replace(place + 8, 8, bigEndian(32) + bigEndian(32));
+  }
+  EXPECT_FALSE(jpegRepresentation(Data(std::move(file)), 0.9));
+}
+
+#endif
+
 }  // namespace
 }  // namespace lumo

@@ -79,6 +79,9 @@ FileError::FileError(const std::string& name, int error)
 Input::Input(const std::string& file) : name_(file), descriptor_(STDIN_FILENO) {
   if (file == "-") {
     name_ = "standard input";
+    // Somebody who forgot the file's name would wait for the tool, and the tool for them.
+    const bool isTyped = ::isatty(STDIN_FILENO) == 1 && ::isatty(STDERR_FILENO) == 1;
+    if (isTyped) complain("reading from the terminal; Ctrl-D ends the input");
   } else {
     folder_ = std::filesystem::path(file).parent_path();
     descriptor_ = ::open(file.c_str(), O_RDONLY | O_CLOEXEC);

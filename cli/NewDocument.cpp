@@ -15,11 +15,6 @@ namespace lumo::cli {
 
 namespace {
 
-std::string kindOf(std::string_view className) {
-  constexpr std::string_view kPrefix = "LumoApi", kSuffix = "Object";
-  return hyphenated(className.substr(kPrefix.size(), className.size() - kPrefix.size() - kSuffix.size()));
-}
-
 /// The smallest picture: whatever asks for bytes takes it.
 Data picture() {
   return *base64DecodedData(
@@ -67,6 +62,11 @@ bool isSent(std::shared_ptr<LumoApiObject> object) {
 }
 
 }  // namespace
+
+std::string kindOf(std::string_view className) {
+  constexpr std::string_view kPrefix = "LumoApi", kSuffix = "Object";
+  return hyphenated(className.substr(kPrefix.size(), className.size() - kPrefix.size() - kSuffix.size()));
+}
 
 std::vector<std::string> contentKinds() {
   std::vector<std::string> kinds;

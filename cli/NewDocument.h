@@ -3,11 +3,15 @@
 #include "cli/CommandLine.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace lumo::cli {
 
-/// The kinds of content that can be sent, named after their classes: "text" for LumoApiTextObject.
+/// What a class of content is called in short: "text" for LumoApiTextObject.
+std::string kindOf(std::string_view className);
+
+/// The kinds of content that can be sent.
 std::vector<std::string> contentKinds();
 
 /// Writes a document of a kind, filled and ready to be encoded; gives the exit status.

@@ -1,6 +1,8 @@
 #include "cli/RequestReader.h"
 
 #include "cli/NearestName.h"
+#include "cli/NewDocument.h"
+#include "cli/Text.h"
 #include "model/ContentClasses.h"
 
 #include <utility>
@@ -12,11 +14,15 @@ namespace {
 
 [[noreturn]] void failWithUnknownClass(const Place& object, const std::string& name) {
   std::vector<std::string_view> names;
-  anyContentClass([&names](auto contentClass) {
+  std::string_view meant = name;
+  anyContentClass([&](auto contentClass) {
     names.push_back(contentClass.name);
-    return false;
+    const std::string kind = kindOf(contentClass.name);
+    const bool isMeant = hyphenated(name) == kind || hyphenated(name) == kind + "-object";
+    if (isMeant) meant = contentClass.name;
+    return isMeant;
   });
-  object.failMember("class", "no content class has this name" + suggestion(name, names));
+  object.failMember("class", "no content class has this name" + suggestion(meant, names));
 }
 
 /// The user's number: a text, or an integer of either sign.

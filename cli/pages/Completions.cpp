@@ -116,8 +116,7 @@ std::string fishOfOption(const Command& command, const Option& option) {
   std::string line = "complete -c lumoapi -n '__fish_seen_subcommand_from " + std::string(command.name) +
                      "' -l " + std::string(option.name.substr(2));
   if (!option.letter.empty()) line += " -s " + std::string(option.letter.substr(1));
-  if (!option.value.empty()) line += " -r";
-  if (option.completion == Completion::File) line += " -F";
+  if (!option.value.empty()) line += option.completion == Completion::File ? " -r -F" : " -x";
   if (option.completion == Completion::Folder) line += " -a '(__fish_complete_directories)'";
   if (option.words) line += " -a " + quoted(joined(option.words()));
   return line + " -d " + quoted(brief(option.meaning)) + "\n";

@@ -48,6 +48,8 @@ TEST(RequestReaderTest, EveryMistakeIsNamedByItsPath) {
       {"", R"("message":{"object":{"text":"x"}})", "message.object.class: missing"},
       {"", R"("message":{"object":{"class":"LumoApiTxtObject"}})",
           "message.object.class: no content class has this name, did you mean LumoApiTextObject?"},
+      {"", R"("message":{"object":{"class":"webImage"}})",
+          "message.object.class: no content class has this name, did you mean LumoApiWebImageObject?"},
       {"", R"("datastore":{"uin":1.5})", "datastore.uin: not a string or a 64-bit integer but 1.5"},
       {"", R"("datastore":{"apiLargeData":{"fileData":null}})",
           "datastore.apiLargeData.fileData: unknown member, did you mean file_data?"},

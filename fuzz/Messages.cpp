@@ -82,6 +82,13 @@ Value real(Input& input) {
   return std::isnan(number) ? 0.5 : number;
 }
 
+/// Bytes that are copied with the value, or just more than that.
+Data dataOfValue(Input& input) {
+  if (input.below(8) != 0) return Data::copy(input.bytes(input.below(64)));
+  static const Data kBytes(std::vector<std::uint8_t>(0x10010, 'x'));
+  return kBytes.slice(0, kBytes.size() - input.below(32));
+}
+
 Value value(Input& input, int depth) {
   switch (input.below(depth > 0 ? 12 : 8)) {
     case 0:
@@ -99,7 +106,7 @@ Value value(Input& input, int depth) {
     case 6:
       return text(input);
     case 7:
-      return data(input);
+      return dataOfValue(input);
     case 8:
       return array(input, depth);
     case 9:

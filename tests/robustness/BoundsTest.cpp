@@ -168,7 +168,7 @@ TEST(Bounds, KeysMadeToCollideDoNot) {
 void onSmallStack(std::function<void()> work) {
   pthread_attr_t attributes;
   pthread_attr_init(&attributes);
-  ASSERT_EQ(pthread_attr_setstacksize(&attributes, 1 << 17), 0);
+  ASSERT_EQ(pthread_attr_setstacksize(&attributes, 1 << 20), 0);
   pthread_t thread{};
   const auto run = [](void* argument) -> void* {
     (*static_cast<std::function<void()>*>(argument))();

@@ -95,6 +95,7 @@ class LUMOAPI_EXPORT DataChain {
  public:
   DataChain() noexcept = default;
 
+  void reserve(std::size_t pieces) { pieces_.reserve(pieces); }
   void append(Data piece);
 
   std::size_t size() const noexcept;

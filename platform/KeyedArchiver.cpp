@@ -2,20 +2,21 @@
 
 #include "platform/BinaryPlistWriter.h"
 #include "platform/KeyedArchiveKeys.h"
+#include "platform/SmallVector.h"
 #include "platform/Text.h"
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <initializer_list>
 #include <limits>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace lumo {
 
 namespace {
+
+using namespace std::string_view_literals;
 
 // Keeps all numbers far inside 32 bits: an object takes at most four places in the property list.
 constexpr std::size_t kMaxObjects = std::numeric_limits<std::uint32_t>::max() / 8;
@@ -23,27 +24,47 @@ constexpr std::size_t kMaxObjects = std::numeric_limits<std::uint32_t>::max() / 
 /// The classes that are written.
 enum class Class : std::uint8_t { MutableDictionary, Dictionary, Array, String, Null };
 
-/// For each of them the names from the class itself up to the root class.
-constexpr std::array<std::array<std::string_view, 3>, 5> kClassNames{{
-    {"NSMutableDictionary", "NSDictionary", "NSObject"},
-    {"NSDictionary", "NSObject"},
-    {"NSArray", "NSObject"},
-    {"NSString", "NSObject"},
-    {"NSNull", "NSObject"},
-}};
+constexpr std::size_t kClassCount = 5;
+
+/// The words of the archive, prepared once.
+struct Words {
+  PlistWord versionNumber{kVersion}, version{kVersionKey}, objects{kObjectsKey}, archiver{kArchiverKey},
+      top{kTopKey};
+  PlistWord root{kRootKey}, archiverName{kArchiverName}, nil{kNilText};
+  PlistWord keys{kKeysKey}, elements{kElementsKey}, string{kStringKey}, classKey{kClassKey};
+  PlistWord className{kClassNameKey}, classes{kClassesKey};
+
+  /// For each class the names from the class itself up to the root class.
+  struct ClassNames {
+    std::size_t count;
+    std::array<PlistWord, 3> names;
+  };
+  std::array<ClassNames, kClassCount> classNames{{
+      {3, {"NSMutableDictionary"sv, "NSDictionary"sv, "NSObject"sv}},
+      {2, {"NSDictionary"sv, "NSObject"sv}},
+      {2, {"NSArray"sv, "NSObject"sv}},
+      {2, {"NSString"sv, "NSObject"sv}},
+      {2, {"NSNull"sv, "NSObject"sv}},
+  }};
+};
+
+const Words& words() {
+  static const Words made;
+  return made;
+}
 
 /// Numbers the objects of a value in the order in which the messenger's archiver meets them, then writes
 /// them.
 class Archiver {
  public:
-  Archiver();
+  Archiver() { addObject({.form = Form::Nil}); }
 
   /// The number that the value got; kNil where it cannot be archived.
   std::uint32_t add(const Value& value, int depth);
   void write(PlistWriter& plist) const;
 
  private:
-  enum class Form : std::uint8_t { Scalar, Text, Instance, ClassRecord };
+  enum class Form : std::uint8_t { Nil, Scalar, Text, Instance, ClassRecord };
 
   struct Object {
     Form form;
@@ -62,18 +83,14 @@ class Archiver {
 
   void write(PlistWriter& plist, const Object& object) const;
   void writeInstance(PlistWriter& plist, const Object& object) const;
+  void writeClassRecord(PlistWriter& plist, Class recorded) const;
   void writeReferences(PlistWriter& plist, std::size_t first, std::size_t count) const;
 
-  std::vector<Object> objects_;
-  std::vector<std::uint32_t> references_;
-  std::array<std::uint32_t, kClassNames.size()> classNumbers_{};  // kNil until the first object is finished
+  SmallVector<Object, 16> objects_;
+  SmallVector<std::uint32_t, 16> references_;
+  std::array<std::uint32_t, kClassCount> classNumbers_{};  // kNil until the first object is finished
+  const Words& words_ = words();
 };
-
-Archiver::Archiver() {
-  objects_.reserve(32);
-  references_.reserve(32);
-  objects_.push_back({.form = Form::Text, .text = kNilText});
-}
 
 std::uint32_t Archiver::add(const Value& value, int depth) {
   if (objects_.size() >= kMaxObjects) return kNil;
@@ -148,20 +165,27 @@ void writeScalar(PlistWriter& plist, const Value& value) {
   if (const Data* data = value.asData()) plist.data(*data);
 }
 
+template <class... Names>
+void beginDictionary(PlistWriter& plist, const Names&... names) {
+  plist.beginDictionary(sizeof...(names));
+  (plist.word(names), ...);
+}
+
 void Archiver::write(PlistWriter& plist) const {
-  plist.beginDictionary(4);
-  for (const std::string_view key : {kVersionKey, kObjectsKey, kArchiverKey, kTopKey}) plist.text(key);
-  plist.integer(kVersion);
+  beginDictionary(plist, words_.version, words_.objects, words_.archiver, words_.top);
+  plist.word(words_.versionNumber);
   plist.beginArray(objects_.size());
   for (const Object& object : objects_) write(plist, object);
-  plist.text(kArchiverName);
-  plist.beginDictionary(1);
-  plist.text(kRootKey);
+  plist.word(words_.archiverName);
+  beginDictionary(plist, words_.root);
   plist.uid(kRootNumber);
 }
 
 void Archiver::write(PlistWriter& plist, const Object& object) const {
   switch (object.form) {
+    case Form::Nil:
+      plist.word(words_.nil);
+      return;
     case Form::Scalar:
       writeScalar(plist, *object.scalar);
       return;
@@ -172,41 +196,37 @@ void Archiver::write(PlistWriter& plist, const Object& object) const {
       writeInstance(plist, object);
       return;
     case Form::ClassRecord:
-      break;
-  }
-  const auto& names = kClassNames[static_cast<std::size_t>(object.classOf)];
-  plist.beginDictionary(2);
-  plist.text(kClassNameKey);
-  plist.text(kClassesKey);
-  plist.text(names.front());
-  plist.beginArray(names.back().empty() ? 2 : 3);
-  for (const std::string_view name : names) {
-    if (!name.empty()) plist.text(name);
+      writeClassRecord(plist, object.classOf);
+      return;
   }
 }
 
+void Archiver::writeClassRecord(PlistWriter& plist, Class recorded) const {
+  const auto& [count, names] = words_.classNames[static_cast<std::size_t>(recorded)];
+  beginDictionary(plist, words_.className, words_.classes);
+  plist.word(names.front());
+  plist.beginArray(count);
+  for (std::size_t i = 0; i < count; ++i) plist.word(names[i]);
+}
+
 void Archiver::writeInstance(PlistWriter& plist, const Object& object) const {
-  const auto keys = [&plist](std::initializer_list<std::string_view> names) {
-    plist.beginDictionary(names.size());
-    for (const std::string_view name : names) plist.text(name);
-  };
   switch (object.classOf) {
     case Class::MutableDictionary:
     case Class::Dictionary:
-      keys({kKeysKey, kElementsKey, kClassKey});
+      beginDictionary(plist, words_.keys, words_.elements, words_.classKey);
       writeReferences(plist, object.firstReference, object.count);
       writeReferences(plist, object.firstReference + object.count, object.count);
       break;
     case Class::Array:
-      keys({kElementsKey, kClassKey});
+      beginDictionary(plist, words_.elements, words_.classKey);
       writeReferences(plist, object.firstReference, object.count);
       break;
     case Class::String:
-      keys({kStringKey, kClassKey});
+      beginDictionary(plist, words_.string, words_.classKey);
       plist.text(object.text);
       break;
     case Class::Null:
-      keys({kClassKey});
+      beginDictionary(plist, words_.classKey);
       break;
   }
   plist.uid(classNumbers_[static_cast<std::size_t>(object.classOf)]);

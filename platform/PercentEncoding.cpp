@@ -89,9 +89,13 @@ unsigned hexadecimalValue(char digit) noexcept {
 }  // namespace
 
 std::optional<std::size_t> percentEncodedSize(std::string_view text, CharacterSet kept) noexcept {
-  if (!isValidUTF8(text)) return std::nullopt;
-  if (kept != CharacterSet::Alphanumeric) return escapedSize(text, asciiOf(kept));
   std::size_t size = 0;
+  if (kept != CharacterSet::Alphanumeric) {
+    size = escapedSize(text, asciiOf(kept));
+    // Where nothing is escaped, all is ASCII.
+    return size == text.size() || isValidUTF8(text) ? std::optional(size) : std::nullopt;
+  }
+  if (!isValidUTF8(text)) return std::nullopt;
   cut(
       text, [&size](std::string_view character) { size += character.size(); },
       [&size](std::string_view piece) { size += escapedSize(piece, kAlphanumeric); });

@@ -7,6 +7,7 @@
 #include "platform/Export.h"
 #include "platform/Value.h"
 
+#include <concepts>
 #include <cstddef>
 #include <initializer_list>
 #include <memory>
@@ -119,8 +120,15 @@ class LUMOAPI_EXPORT LumoApiQueryDictionary {
   }
 
   void set(lumo::QueryKey key, lumo::QueryValue value) { entries_.set(std::move(key), std::move(value)); }
-  void set(lumo::FixedWord key, lumo::QueryValue value) { entries_.assign(key, std::move(value)); }
-  void set(lumo::FixedWord key, lumo::FixedWord word) { entries_.assign(key, word); }
+  /// The same for a word of the program's own, which is put into its place at once.
+  template <std::same_as<lumo::FixedWord> Word>
+  void set(Word key, lumo::QueryValue value) {
+    entries_.assign(key, std::move(value));
+  }
+  template <std::same_as<lumo::FixedWord> Word>
+  void set(Word key, lumo::FixedWord word) {
+    entries_.assign(key, word);
+  }
   void reserve(std::size_t count) { entries_.reserve(count); }
 
   /// The value's text; null where the key is absent.

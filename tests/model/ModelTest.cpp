@@ -92,7 +92,7 @@ TEST(Model, CommonContentSurvivesItsArchive) {
 
 TEST(QueryDictionary, KeepsPlaceAndOrder) {
   LumoApiQueryDictionary query{{"a", "1"}, {"b", "2"}};
-  query.set(std::string("a"), lumo::FixedWord("3"));
+  query.set("a", lumo::FixedWord("3"));
   query.set(lumo::FixedWord("c"), lumo::QueryValue::base64(std::string("x")));
   std::string order;
   for (const auto& entry : query) order += std::string(std::string_view(entry.key)) + entry.value.asText();

@@ -9,13 +9,16 @@ namespace lumo {
 
 namespace {
 
+using kernels::kBase64Alphabet;
+
 // Writes the last bytes, up to two of them, with their padding.
 char* encodeRest(std::span<const std::uint8_t> bytes, char* out) noexcept {
   if (bytes.empty()) return out;
-  std::array<std::uint8_t, 3> group{};
-  std::copy(bytes.begin(), bytes.end(), group.begin());
-  kernels::plain::encodeBase64(group, out);
-  std::fill(out + bytes.size() + 1, out + 4, '=');
+  const unsigned first = bytes[0], second = bytes.size() == 2 ? bytes[1] : 0;
+  out[0] = kBase64Alphabet[first >> 2];
+  out[1] = kBase64Alphabet[(first << 4 | second >> 4) & 63];
+  out[2] = bytes.size() == 2 ? kBase64Alphabet[second << 2 & 63] : '=';
+  out[3] = '=';
   return out + 4;
 }
 

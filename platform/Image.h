@@ -26,8 +26,8 @@ namespace lumo {
 /// cover more than 4 * 10^8 pixels. A JPEG that ends early, once its pixels have begun, is shown as far as it
 /// goes, as picture viewers do; in the other formats such a file is not a picture.
 ///
-/// A profile of more than 3 MiB is dropped. What a PNG has beside pixels, profile and orientation is passed
-/// over; in a chunk of more than 8 MB it may, depending on the PNG library, make the file none.
+/// A PNG with a chunk of more than 8 MB that is not its pixels is no picture either. A profile of more than
+/// 3 MiB is dropped; what else a PNG has beside pixels, profile and orientation is passed over.
 ///
 /// Throws std::bad_alloc and nothing else. Without state: any thread may call this at any time.
 LUMOAPI_EXPORT std::optional<Data> jpegRepresentation(const Data& picture, double quality);

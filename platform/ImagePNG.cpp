@@ -17,18 +17,27 @@ using namespace std::string_view_literals;
 constexpr std::size_t kMaxChunkSize = 8'000'000;
 constexpr std::uint64_t kMaxDeflateRatio = 1032;
 
-/// The EXIF block, which may also come after the pixels, when the JPEG has long begun.
-std::span<const std::uint8_t> exifOf(const Data& picture) {
+/// What the chunks beside the pixels say.
+struct Chunks {
+  bool areSmall = true;
+  /// May also come after the pixels, when the JPEG has long begun.
+  std::span<const std::uint8_t> exif;
+};
+
+Chunks chunksOf(const Data& picture) {
   constexpr std::size_t kSignature = 8, kHeader = 8, kChecksum = 4;
   const std::uint8_t* bytes = picture.data();
+  Chunks chunks;
   std::size_t place = kSignature;
   while (picture.size() - place >= kHeader + kChecksum) {
     const std::size_t size = png_get_uint_32(bytes + place);
+    const std::string_view name = picture.view().substr(place + 4, 4);
+    if (name != "IDAT"sv && size > kMaxChunkSize) chunks.areSmall = false;
     if (size > picture.size() - place - kHeader - kChecksum) break;
-    if (picture.view().substr(place + 4, 4) == "eXIf"sv) return {bytes + place + kHeader, size};
+    if (name == "eXIf"sv && chunks.exif.empty()) chunks.exif = {bytes + place + kHeader, size};
     place += kHeader + size + kChecksum;
   }
-  return {};
+  return chunks;
 }
 
 class Reader {
@@ -168,8 +177,9 @@ std::optional<Data> passWholeOn(Reader& reader, int quality, const Traits& trait
 }  // namespace
 
 std::optional<Data> reencodePNG(const Data& picture, int quality) {
+  const Chunks chunks = chunksOf(picture);
   Reader reader(picture);
-  if (!reader.open()) return std::nullopt;
+  if (!chunks.areSmall || !reader.open()) return std::nullopt;
   const bool isInterlaced = reader.isInterlaced();
   if (!isWithin(reader.width(), reader.height(), isInterlaced ? kMaxHeldPixels : kMaxStreamedPixels)) {
     return std::nullopt;
@@ -180,7 +190,7 @@ std::optional<Data> reencodePNG(const Data& picture, int quality) {
 
   const Data profile = reader.takeColorProfile();
   if (!reader.start()) return std::nullopt;
-  const Traits traits{orientationOf(exifOf(picture)),
+  const Traits traits{orientationOf(chunks.exif),
                       fittingProfile(profile, colorChannelsOf(reader.channels()))};
   return isInterlaced ? passWholeOn(reader, quality, traits) : passRowsOn(reader, quality, traits);
 }

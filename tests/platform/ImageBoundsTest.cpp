@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 
 namespace lumo {
 namespace {
@@ -40,6 +39,7 @@ TEST(ImageBoundsTest, EachStopsAPicture) {
       {"PNG as wide as a JPEG can be", black(65'500, 1, false), true},
       {"interlaced PNG of 10^8 pixels and more", black(10'001, 10'000, true), false},
       {"PNG with a chunk of 8 MB", black(8, 8, false, pngChunk("tEXt", std::string(8'000'000, 'k'))), true},
+      {"PNG with one byte more", black(8, 8, false, pngChunk("tEXt", std::string(8'000'001, 'k'))), false},
       {"WebP of 10^8 pixels and more", canvas(10'001, 10'000, 0), false},
       {"WebP frame at the edge", canvas(64, 32, 32), true},
       {"WebP frame beyond the edge", canvas(64, 32, 34), false}};
@@ -60,14 +60,6 @@ TEST(ImageBoundsTest, ManyScansAreFewWhereTheyAreLarge) {
   EXPECT_TRUE(scans(kSide, 500));
   EXPECT_FALSE(scans(kSide, 501));
   EXPECT_FALSE(scans(9'000, 50));  // of 49 times 81 million pixels
-}
-
-/// The decoder would have to unpack 2.7 GB.
-TEST(ImageBoundsTest, APictureFarTooLargeIsRefusedAtOnce) {
-  const Data huge = pngOf(30'000, 30'000, {8, 2}, std::string(90'001, '\0'), std::string(2'600'000, '\0'));
-  const auto start = std::chrono::steady_clock::now();
-  EXPECT_FALSE(jpegRepresentation(huge, 0.5));
-  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(100));
 }
 
 }  // namespace

@@ -72,11 +72,12 @@ std::shared_ptr<LumoApiObject> link(const LumoApiURLDecoder& decoder, Kind... ki
                                Record().bytes(record::kPreviewImageData), kind...);
 }
 
-/// The extra map; null where its text is not JSON.
+/// The extra map; null where its text is not JSON, or a lone number, text or word, which the messenger's
+/// platform does not take for a document either.
 std::optional<Value> extMapOf(const LumoApiURLDecoder& decoder) {
   const std::optional<std::string> json = decodedText(decoder, keys::kExtMap);
   std::optional<Value> map = json ? parseJSON(*json) : std::nullopt;
-  if (map && map->isNull()) map.reset();
+  if (map && !map->asDictionary() && !map->asArray()) map.reset();
   return map;
 }
 

@@ -31,7 +31,7 @@ class Incoming : public ConverterTest {
   void expectMessage(const std::string& url, int type, const LumoApiObject* object, auto reader) {
     SCOPED_TRACE(url);
     const auto decoder = LumoApiURLDecoder::decoderWithUrl(URL::parse(url));
-    for (const auto& message : {open(url), reader(*decoder)}) {
+    for (const auto& message : {open(url), C::messageWithUrlNoClipboard(URL::parse(url)), reader(*decoder)}) {
       EXPECT_EQ(outcome(message), std::to_string(type));
       EXPECT_TRUE(object ? *message->object() == *object : !message->object());
     }
@@ -52,7 +52,8 @@ TEST_F(Incoming, HostAndPathDecide) {
   const std::pair<const char*, std::string> cases[] = {{"demo://request_from_lumo/pick?a=", "3"},
       {"other://request_from_lumo/pick?file_type=text&file_data=aGk=", "3"},
       {"demo://request_from_lumo/view?a=b", "1"}, {"demo://request_from_lumo/view?file_type=Text", "1"},
-      {"demo://request_from_lumo/pick/?a=b", path}, {"demo://request_from_lumo/Pick?a=b", path},
+      {"demo://request_from_lumo/pick/?a=b", path}, {"demo://request_from_lumo/view/?a=b", path},
+      {"demo://request_from_lumo/%70ick?a=b", path}, {"demo://request_from_lumo/Pick?a=b", path},
       {"demo://request_from_lumo?a=b", path}, {"demo://request_from_lumo/pick", noQuery},
       {"demo://request_from_lumo/pick?", noQuery}, {"demo://request_from_lumo/pick?a&b", noQuery},
       {"demo:///pick?a=b", noHost}, {"pick?a=b", noHost}, {"demo://Request_From_Lumo/pick?a=b", host},
@@ -145,9 +146,10 @@ TEST_F(Incoming, KindsFromQueryAndRecord) {
       {"url", LumoApiURLObject::objectWithURL(link, title, description, preview, 0)},
       {"nimbo&video_assetURL=" + base64("asset://1") + extMap,
           LumoApiVideoForNimboObject::objectWithAssetURL("asset://1", title, map)},
-      {"nimbo&extMap=" + base64("{no json"),
+      {"nimbo&video_assetURL=", LumoApiVideoForNimboObject::objectWithAssetURL("", title, {})},
+      {"nimbo&video_assetURL=!&extMap=" + base64("{no json"),
           LumoApiVideoForNimboObject::objectWithVideoData(main, title, {})},
-      {"nimbo&extMap=" + base64("null"), LumoApiVideoForNimboObject::objectWithVideoData(main, title, {})},
+      {"nimbo&extMap=" + base64("7"), LumoApiVideoForNimboObject::objectWithVideoData(main, title, {})},
       {"common", std::make_shared<LumoApiCommonContentObject>()}, {"localFile", nullptr}, {"IMG", nullptr},
       {"", nullptr}};
   for (const auto& [query, object] : cases) expectView("file_type=" + query + fields, object.get());
@@ -158,8 +160,8 @@ TEST_F(Incoming, KindsFromQueryAndRecord) {
     store().setApiLargeData(record);
     const auto pictures = LumoApiImageArrayForNimboObject::objectWithimageDataArray({}, {}, map);
     expectView("file_type=nimbo" + extMap, pictures.get());
-    expectView(
-        "file_type=img&title=!&description=/w==", LumoApiImageObject::objectWithData({}, {}, {}, {}).get());
+    expectView("file_type=img&title=SGk%3D&description=/w==",
+        LumoApiImageObject::objectWithData({}, {}, {}, {}).get());
     expectView(
         "file_type=url&url=" + base64("no url"), LumoApiURLObject::objectWithURL({}, {}, {}, {}, 0).get());
     expectView("file_type=common&title=SGk=", std::make_shared<LumoApiCommonContentObject>().get());
@@ -174,7 +176,11 @@ TEST_F(Incoming, WhatIsSentIsReadBack) {
       LumoApiTextObject::objectWithText("a&b=c %\"😀"),
       LumoApiImageObject::objectWithData(bytes(5'000'000), bytes(9), "=", ""),
       LumoApiExtendObject::objectWithData(bytes(1), {}, "T", "D"),
+      LumoApiURLObject::objectWithURL(link, "T", {}, bytes(9), 0),
+      LumoApiNewsObject::objectWithURL(link, "T", "D", Data()),
       LumoApiAudioObject::objectWithURL(link, "T", {}, bytes(9)),
+      LumoApiVideoObject::objectWithURL(link, "T", "", bytes(8)),
+      LumoApiVideoForNimboObject::objectWithVideoData(bytes(7), "T", map),
       LumoApiVideoForNimboObject::objectWithAssetURL("asset://a&b", "T", map),
       LumoApiImageArrayForNimboObject::objectWithimageDataArray(std::vector{bytes(1), bytes(2)}, {}, map),
       filled<LumoApiCommonContentObject>(

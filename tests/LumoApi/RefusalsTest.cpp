@@ -33,6 +33,9 @@ const char* const kNotSerialisable = "holds something that cannot be serialised"
 const char* const kNoImage = "param error: image data is nil";
 const char* const kBigImage = "param error: image data is too big";
 const char* const kNoPreviewURL = "param error: preview image url is nil";
+using Code = LumoApiRefusal::Code;
+const std::pair<const char*, Code> kSizes[] = {
+    {" units", Code::TooLong}, {" bytes", Code::TooBig}, {" entries", Code::TooMany}};
 const Value kNoJSON(Fields{{"bytes", Data()}});
 
 // What is said of a size that is one past its limit.
@@ -156,6 +159,8 @@ TEST_F(Refusals, EachFaultAndEachPairOfFaults) {
         std::erase_if(log, [](const std::string& line) { return line.find("param error") != 0; });
         EXPECT_EQ(log, expected.logged ? Log{expected.logged} : Log{});
         EXPECT_EQ(refusal.description(), expected.description());
+        for (const auto& [word, code] : kSizes)
+          EXPECT_EQ(expected.reason.find(word) != std::string::npos, refusal.code == code);
         EXPECT_TRUE(storeUntouched());
       }
     }

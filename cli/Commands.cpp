@@ -1,5 +1,6 @@
 #include "cli/Commands.h"
 
+#include "LumoApi/Version.h"
 #include "cli/CommandTable.h"
 #include "cli/Console.h"
 #include "cli/Help.h"

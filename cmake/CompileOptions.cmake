@@ -2,8 +2,8 @@
 
 add_library(lumoapi_compile_options INTERFACE)
 target_compile_options(lumoapi_compile_options INTERFACE
-  -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -fvisibility=hidden -fvisibility-inlines-hidden)
-if(HEIF_FOUND)
+  -Wall -Wextra -Wpedantic -Wconversion -Wshadow $<$<BOOL:${PROJECT_IS_TOP_LEVEL}>:-Werror> -fvisibility=hidden -fvisibility-inlines-hidden)
+if(LUMOAPI_HEIF_FOUND)
   target_compile_definitions(lumoapi_compile_options INTERFACE LUMOAPI_HAVE_HEIF)
 endif()
 

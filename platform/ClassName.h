@@ -1,13 +1,11 @@
 #pragma once
 
-#include "platform/Export.h"
-
 #include <string>
 #include <typeinfo>
 
 namespace lumo {
 
 /// The name of a class as its source spells it, with its namespaces: "LumoApiTextObject", "app::Sticker".
-LUMOAPI_EXPORT std::string className(const std::type_info& type);
+std::string className(const std::type_info& type);
 
 }  // namespace lumo

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/Data.h"
-#include "platform/Export.h"
 
 #include <optional>
 
@@ -30,6 +29,6 @@ namespace lumo {
 /// 3 MiB is dropped; what else a PNG has beside pixels, profile and orientation is passed over.
 ///
 /// Throws std::bad_alloc and nothing else. Without state: any thread may call this at any time.
-LUMOAPI_EXPORT std::optional<Data> jpegRepresentation(const Data& picture, double quality);
+std::optional<Data> jpegRepresentation(const Data& picture, double quality);
 
 }  // namespace lumo

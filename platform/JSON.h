@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/Export.h"
 #include "platform/Value.h"
 
 #include <optional>
@@ -22,7 +21,7 @@ struct JSONError {
 /// lone surrogate, bytes that are not UTF-8 and nesting beyond kMaxJSONDepth included. Of two equal keys the
 /// last counts (in the place of the first). Integers keep all 64 bits, signed or unsigned; other numbers are
 /// doubles.
-LUMOAPI_EXPORT std::optional<Value> parseJSON(std::string_view text, JSONError* error = nullptr);
+std::optional<Value> parseJSON(std::string_view text, JSONError* error = nullptr);
 
 struct JSONStyle {
   /// Writes `/` as `\/`, as the messenger's platform does.
@@ -34,6 +33,6 @@ struct JSONStyle {
 /// Writes the value as JSON text: UTF-8 kept; `\b \f \n \r \t \" \\`, other controls as `\u00xx`; whole
 /// doubles without ".0", others in the shortest form that reads back to the same number. Null for what JSON
 /// cannot hold: bytes, NaN, infinity, text that is not UTF-8, nesting beyond kMaxJSONDepth.
-LUMOAPI_EXPORT std::optional<std::string> writeJSON(const Value& value, JSONStyle style = {});
+std::optional<std::string> writeJSON(const Value& value, JSONStyle style = {});
 
 }  // namespace lumo

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/Data.h"
-#include "platform/Export.h"
 #include "platform/KeyedUnarchiver.h"
 #include "platform/Value.h"
 
@@ -15,6 +14,6 @@ namespace lumo {
 
 /// The archive of a value, whose root must be a dictionary. Large byte buffers in it are shared, not copied.
 /// Null for what the format cannot hold: text that is not UTF-8, nesting beyond kMaxArchiveDepth.
-LUMOAPI_EXPORT std::optional<DataChain> archivedData(const Value& root);
+std::optional<DataChain> archivedData(const Value& root);
 
 }  // namespace lumo

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/Data.h"
-#include "platform/Export.h"
 #include "platform/Value.h"
 
 #include <optional>
@@ -20,6 +19,6 @@ inline constexpr int kMaxArchiveDepth = 128;
 /// Byte buffers share the archive's memory; dates come as numbers, seconds since 2001-01-01 00:00 UTC; of
 /// equal keys the last wins. Half of a surrogate pair comes in its three-byte form, text without a UTF-8
 /// form.
-LUMOAPI_EXPORT std::optional<Value> unarchivedValue(const Data& archive);
+std::optional<Value> unarchivedValue(const Data& archive);
 
 }  // namespace lumo

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/Export.h"
-
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -21,19 +19,18 @@ enum class CharacterSet : std::uint8_t {
 };
 
 /// The length of the percent-encoded text; null where the text is not valid UTF-8.
-LUMOAPI_EXPORT std::optional<std::size_t> percentEncodedSize(std::string_view text,
-                                                             CharacterSet kept) noexcept;
+std::optional<std::size_t> percentEncodedSize(std::string_view text, CharacterSet kept) noexcept;
 
 /// Writes the percent-encoded text, percentEncodedSize() characters, to `out` and gives the end of what it
 /// wrote: each character outside the set as its UTF-8 bytes, each a `%` and two upper-case hexadecimal
 /// digits. The text must be valid UTF-8.
-LUMOAPI_EXPORT char* percentEncode(std::string_view text, CharacterSet kept, char* out) noexcept;
+char* percentEncode(std::string_view text, CharacterSet kept, char* out) noexcept;
 
 /// The percent-encoded text; null where the text is not valid UTF-8.
-LUMOAPI_EXPORT std::optional<std::string> percentEncoded(std::string_view text, CharacterSet kept);
+std::optional<std::string> percentEncoded(std::string_view text, CharacterSet kept);
 
 /// The text with its percent escapes (digits of either case) replaced by the bytes that they stand for; "+"
 /// is no escape. Null for a `%` without two hexadecimal digits and where the result is not valid UTF-8.
-LUMOAPI_EXPORT std::optional<std::string> percentDecoded(std::string_view text);
+std::optional<std::string> percentDecoded(std::string_view text);
 
 }  // namespace lumo

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/Data.h"
-#include "platform/Export.h"
 
 #include <cstddef>
 #include <optional>
@@ -17,15 +16,14 @@ using FileError = std::string;
 /// that a reader, and a writer that dies midway, leave the old content or the new, never half. Only the owner
 /// may read the file. Anything but a regular file in its place, a link too, is refused and left alone. A
 /// writer that dies midway may leave its unfinished file, `path` and seven characters more, behind.
-LUMOAPI_EXPORT FileError replacePrivateFile(const std::string& path, const DataChain& content);
+FileError replacePrivateFile(const std::string& path, const DataChain& content);
 
 /// Removes the file; that there is none is no error. Anything but a regular file is refused and left alone.
-LUMOAPI_EXPORT FileError removePrivateFile(const std::string& path);
+FileError removePrivateFile(const std::string& path);
 
 /// Reads the file whole; `content` is null where there is none, which is no error. A link, anything but a
 /// regular file, a file of another user, one of more than `limit` bytes and one that changes its size
 /// meanwhile are refused.
-LUMOAPI_EXPORT FileError readPrivateFile(const std::string& path, std::size_t limit,
-                                         std::optional<Data>& content);
+FileError readPrivateFile(const std::string& path, std::size_t limit, std::optional<Data>& content);
 
 }  // namespace lumo

@@ -97,6 +97,9 @@ TEST(QueryDictionary, KeepsPlaceAndOrder) {
   std::string order;
   for (const auto& entry : query) order += std::string(std::string_view(entry.key)) + entry.value.asText();
   EXPECT_EQ(order, "a3b2ceA==");
+  const std::pair<Value, std::string> kNumbers[] = {{-1, "-1"}, {UINT64_MAX, "18446744073709551615"},
+      {true, "1"}, {false, "0"}, {2.5, "2.5"}, {"5&", "5&"}, {Value::Array{1}, "[1]"}, {Data(), ""}};
+  for (const auto& [number, text] : kNumbers) EXPECT_EQ(lumo::QueryValue::number(number).asText(), text);
   EXPECT_FALSE(query.text("A"));
 }
 
@@ -141,6 +144,8 @@ TEST(Log, FillsPlacesAndNeverReadsArgumentsAsFormats) {
   });
   LumoApiLog::log("%@ %s %d %lu %%|%s", {"%@%n", "%s%s", std::int64_t{-1}, ~std::uint64_t{0}});
   LumoApiLog::log("(%s)", {"a\r\n\x1B[2J\x7F \u0085\u2028\u202E \x9B\xFF\xE4\xB8 中é😀"});
+  LumoApiLog::log("%");
+  LumoApiLog::log("%d%l%", {std::int64_t{1}, std::int64_t{2}, "3"});
   LumoApiLog::silence();
   EXPECT_FALSE(LumoApiLog::isListening());
   LumoApiLog::log("unheard");

@@ -38,73 +38,48 @@ Value nested(int depth) {
   return Entries{{"deep", value}};
 }
 
+std::string textOf(plist_t node) { return plist_get_string_ptr(node, nullptr); }
+
 // What another reader of property lists finds in an archive.
-class OtherReader {
- public:
-  explicit OtherReader(const Data& archive) {
-    const auto size = static_cast<std::uint32_t>(archive.size());
-    plist_from_bin(archive.view().data(), size, &top_);
-  }
-  ~OtherReader() { plist_free(top_); }
+plist_t objectOf(plist_t archive, plist_t uid) {
+  std::uint64_t number = 0;
+  plist_get_uid_val(uid, &number);
+  return plist_access_path(archive, 2, "$objects", static_cast<int>(number));
+}
 
-  Value root() { return valueOf(plist_access_path(top_, 2, "$top", "root")); }
-  std::string className(std::uint64_t number) {
-    return textOf(plist_dict_get_item(object(number), "$classname"));
-  }
+Value valueOf(plist_t archive, plist_t uid) {
+  const plist_t object = objectOf(archive, uid);
+  const plist_type type = plist_get_node_type(object);
+  std::uint64_t number = 0;
+  std::uint8_t boolean = 0;
+  double real = 0;
+  if (type == PLIST_STRING) return textOf(object);
+  if (type == PLIST_BOOLEAN) return plist_get_bool_val(object, &boolean), boolean != 0;
+  if (type == PLIST_REAL) return plist_get_real_val(object, &real), real;
+  if (type == PLIST_UINT) return plist_get_uint_val(object, &number), static_cast<std::int64_t>(number);
+  if (const char* bytes = plist_get_data_ptr(object, &number)) return Data::copy({bytes, number});
+  if (type == PLIST_DATA) return Data();
 
- private:
-  static std::string textOf(plist_t node) { return plist_get_string_ptr(node, nullptr); }
-  static Data dataOf(plist_t node) {
-    std::uint64_t size = 0;
-    const char* bytes = plist_get_data_ptr(node, &size);
-    return Data::copy({bytes, size});
+  const auto field = [object](const char* key) { return plist_dict_get_item(object, key); };
+  const std::string name = textOf(plist_dict_get_item(objectOf(archive, field("$class")), "$classname"));
+  if (name == "NSNull") return nullptr;
+  if (name == "NSString") return textOf(field("NS.string"));
+  Array keys, elements;
+  for (const auto& [list, found] : {std::pair("NS.keys", &keys), std::pair("NS.objects", &elements)}) {
+    for (std::uint32_t i = 0; i < plist_array_get_size(field(list)); ++i)
+      found->push_back(valueOf(archive, plist_array_get_item(field(list), i)));
   }
-  static std::uint64_t uidOf(plist_t node) {
-    std::uint64_t number = 0;
-    plist_get_uid_val(node, &number);
-    return number;
-  }
-  plist_t object(std::uint64_t number) {
-    return plist_array_get_item(plist_dict_get_item(top_, "$objects"), static_cast<std::uint32_t>(number));
-  }
+  if (name == "NSArray") return elements;
+  Entries entries;
+  for (std::size_t i = 0; i < keys.size(); ++i) entries.set(*keys[i].asString(), elements[i]);
+  return entries;
+}
 
-  Value valueOf(plist_t uid) {
-    const plist_t node = object(uidOf(uid));
-    std::uint64_t number = 0;
-    std::uint8_t boolean = 0;
-    double real = 0;
-    switch (plist_get_node_type(node)) {
-      case PLIST_STRING:
-        return textOf(node);
-      case PLIST_DATA:
-        return dataOf(node);
-      case PLIST_BOOLEAN:
-        return plist_get_bool_val(node, &boolean), boolean != 0;
-      case PLIST_REAL:
-        return plist_get_real_val(node, &real), real;
-      case PLIST_UINT:
-        return plist_get_uint_val(node, &number), static_cast<std::int64_t>(number);
-      default:
-        return instance(node, className(uidOf(plist_dict_get_item(node, "$class"))));
-    }
-  }
-
-  Value instance(plist_t node, const std::string& name) {
-    if (name == "NSNull") return nullptr;
-    if (name == "NSString") return textOf(plist_dict_get_item(node, "NS.string"));
-    const plist_t keys = plist_dict_get_item(node, "NS.keys");
-    const plist_t elements = plist_dict_get_item(node, "NS.objects");
-    Array array;
-    Entries entries;
-    for (std::uint32_t i = 0; i < plist_array_get_size(elements); ++i) {
-      array.push_back(valueOf(plist_array_get_item(elements, i)));
-      if (keys) entries.set(*valueOf(plist_array_get_item(keys, i)).asString(), array.back());
-    }
-    return name == "NSArray" ? Value(array) : Value(entries);
-  }
-
-  plist_t top_ = nullptr;
-};
+std::shared_ptr<void> otherReader(const Data& archive) {
+  plist_t read = nullptr;
+  plist_from_bin(archive.view().data(), static_cast<std::uint32_t>(archive.size()), &read);
+  return {read, plist_free};
+}
 
 TEST(KeyedArchiverTest, WritesAndReadsTheFormatByteForByte) {
   const Data archive = archivedData(example()).value().joined();
@@ -134,13 +109,17 @@ TEST(KeyedArchiverTest, EveryReaderFindsWhatWasWritten) {
     SCOPED_TRACE(value.asDictionary()->size());
     const Data archive = archivedData(value).value().joined();
     EXPECT_EQ(unarchivedValue(archive), value);
-    EXPECT_EQ(OtherReader(archive).root(), value);
+    const auto other = otherReader(archive);
+    EXPECT_EQ(valueOf(other.get(), plist_access_path(other.get(), 2, "$top", "root")), value);
   }
   // A class is numbered after the parts of its first object, and only there: 1 the root, 2 and 3 its keys,
   // 4 the list, 5 its number, 7 the dictionary.
-  OtherReader order(archivedData(Entries{{"list", Array{7}}, {"dictionary", Entries{}}}).value().joined());
-  EXPECT_EQ(
-      order.className(6) + order.className(8) + order.className(9), "NSArrayNSDictionaryNSMutableDictionary");
+  const auto order =
+      otherReader(archivedData(Entries{{"list", Array{7}}, {"dictionary", Entries{}}}).value().joined());
+  const auto recorded = [&](int number) {
+    return textOf(plist_access_path(order.get(), 3, "$objects", number, "$classname"));
+  };
+  EXPECT_EQ(recorded(6) + recorded(8) + recorded(9), "NSArrayNSDictionaryNSMutableDictionary");
 }
 
 TEST(KeyedArchiverTest, ReferencesAreWideEnoughForTheNumberOfObjects) {
@@ -235,6 +214,11 @@ Data archiveOf(const Object& root, const std::vector<Object>& fromFive, const st
   return plist.finish().joined();
 }
 
+const Object kBytes = [](PlistWriter& plist) {
+  static const Data bytes = Data::copy("bytes");
+  plist.data(bytes);
+};
+
 // An archive with some of its bytes replaced by as many others.
 Data with(const Data& archive, std::string_view bytes, std::string_view others) {
   std::string changed(archive.view());
@@ -244,41 +228,22 @@ Data with(const Data& archive, std::string_view bytes, std::string_view others) 
   return Data(std::move(changed));
 }
 
-// Nine bytes, to be replaced by an object that the writer does not write.
-constexpr auto kPlaceholder =
-    "\x48"
-    "12345678"sv;
-void placeholder(PlistWriter& plist) {
-  static const Data data = Data::copy(kPlaceholder.substr(1));
-  plist.data(data);
-}
-
-Data archiveWith(std::string_view nineBytes) {
-  return with(archiveOf(placeholder, {}), kPlaceholder, nineBytes);
-}
-
 Data instanceOf(const std::string& name, std::string_view field, const Object& content) {
   return archiveOf(record({{field, content}, {"$class", uid(4)}}), {text("key"), text("text")}, name);
 }
 
 TEST(KeyedArchiverTest, ReadsWhatOthersWrite) {
   const Object real = [](PlistWriter& plist) { plist.real(1.5); };
-  const Object wide = [](PlistWriter& plist) { plist.unsignedInteger(0xFFFFFFFFFFFFFFFE); };
+  const Object wide = [](PlistWriter& plist) { plist.unsignedInteger(UINT64_MAX); };
   const Object reversed = dictionary({5, 6, 5}, {6, 6, 7});
   const std::pair<Data, Value> kCases[] = {
       {instanceOf("NSMutableArray", "NS.objects", uids({6, 6})), Array{"text", "text"}},
       {instanceOf("NSMutableString", "NS.string", text("$null")), "$null"},
-      {instanceOf("NSMutableData", "NS.data", placeholder), Data::copy("12345678")},
+      {instanceOf("NSMutableData", "NS.data", kBytes), Data::copy("bytes")},
       {instanceOf("NSDate", "NS.time", real), 1.5}, {instanceOf("NSNull", "other", real), nullptr},
       {archiveOf(reversed, {text("key"), text("text"), text("last")}),
           Entries{{"key", "last"}, {"text", "text"}}},
-      {archiveWith("\x13\0\0\0\0\0\0\0\x07"sv), 7}, {archiveWith("\x33\x40\x04\0\0\0\0\0\0"sv), 2.5},
-      {archiveWith("\x22\x40\x20\0\0\0\0\0\0"sv), 2.5},
-      {archiveWith("\x64\xD8\x3D\xDE\x00\xD8\x3D\x00\x41"sv), "😀\xED\xA0\xBD\x41"},
-      {with(instanceOf("NSArray", "NS.objects", list({placeholder})), kPlaceholder,
-           "\x87\0\0\0\0\0\0\0\x06"sv),
-          Array{"text"}},
-      {with(archiveOf(wide, {}), "\x14\0\0\0\0\0\0\0\0"sv, "\x14\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"), -2}};
+      {archiveOf(wide, {}), UINT64_MAX}};
   for (const auto& [archive, value] : kCases) {
     SCOPED_TRACE(base64Encoded(archive.view()));
     EXPECT_EQ(unarchivedValue(archive), value);
@@ -297,31 +262,35 @@ TEST(KeyedArchiverTest, RefusesWhatIsNoArchiveOfItsKinds) {
       with(good, "NSArray", "NSProxy"), instanceOf("NSObject", "NS.objects", uids({})),
       instanceOf("NSArray", "NS.objects", text("text")),
       instanceOf("NSArray", "NS.objects", list({text("text")})), instanceOf("NSArray", "NS.keys", uids({})),
-      instanceOf("NSString", "NS.string", placeholder), instanceOf("NSData", "NS.data", text("text")),
+      instanceOf("NSString", "NS.string", kBytes), instanceOf("NSData", "NS.data", text("text")),
       instanceOf("NSDate", "NS.time", text("text")), archived(array({0})), archived(array({8})),
       archived(array({7})), archived(array({1})),
       archived(record({{"NS.objects", uids({})}, {"$class", uid(8)}})), archived(text("$null")),
       archived(dictionary({5, 5}, {5})), archived(dictionary({6}, {5})),
       archiveOf(array({5}), {array({6}), dictionary({7}, {1}), text("key")}),
-      archiveOf(array({}), {}, "NSNull", 0), archiveWith("\x5FNotASCII"),
-      archiveWith("\x57\xC3\xA9Text!\x08"), archiveWith("\x4F\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF")};
+      archiveOf(array({}), {}, "NSNull", 0)};
   for (const Data& archive : kCases) {
     SCOPED_TRACE(base64Encoded(archive.view()));
     EXPECT_FALSE(unarchivedValue(archive));
   }
 }
 
-TEST(KeyedArchiverTest, NestingIsBounded) {
-  // The root holds `depth` - 1 arrays inside one another and, before them, one of these, which is known then.
-  const auto nests = [](std::uint32_t depth, std::uint32_t known) {
+TEST(KeyedArchiverTest, NestingIsBoundedWhateverIsShared) {
+  // Arrays inside one another, from number 5 on; number 105 holds two flat ones beside the one of before.
+  // What the root holds first is built first, and found again within the last.
+  const auto nests = [](std::uint32_t levels, const Numbers& first) {
     std::vector<Object> arrays{array({})};
-    for (std::uint32_t number = 5; number < 3 + depth; ++number) arrays.push_back(array({number}));
-    return unarchivedValue(archiveOf(array({known, 3 + depth}), arrays)).has_value();
+    for (std::uint32_t number = 5; number < 4 + levels; ++number)
+      arrays.push_back(array(number == 104 ? Numbers{5, number, 5 + levels} : Numbers{number}));
+    arrays.push_back(array({}));
+    Numbers elements = first;
+    elements.push_back(4 + levels);
+    return unarchivedValue(archiveOf(array(elements), arrays)).has_value();
   };
-  for (const std::uint32_t known : {5U, 60U, 131U}) {
-    SCOPED_TRACE(known);
-    EXPECT_TRUE(nests(128, known));
-    EXPECT_FALSE(nests(129, known));
+  for (const Numbers& first : {Numbers{}, {5}, {60}, {131}, {104, 105}, {105}, {104, 105, 130}}) {
+    SCOPED_TRACE(testing::PrintToString(first));
+    EXPECT_TRUE(nests(127, first));
+    EXPECT_FALSE(nests(128, first));
   }
 }
 

@@ -14,18 +14,14 @@ TEST(PercentEncoding, Encodes) {
   const struct {
     std::string_view text;
     std::optional<std::string> query, alphanumeric, ascii;
-  } cases[] = {
-      {"", "", "", ""},
-      {"50% x", "50%25%20x", "50%25%20x", "50% x"},
+  } cases[] = {{"", "", "", ""}, {"50% x", "50%25%20x", "50%25%20x", "50% x"},
       {"s+/=&?#", "s+/=&?%23", "s%2B%2F%3D%26%3F%23", "s+/=&?#"},
       {std::string_view("\0\x7F", 2), "%00%7F", "%00%7F", std::string("\0\x7F", 2)},
       {"\u00E9\u4E2D\u3002z", "%C3%A9%E4%B8%AD%E3%80%82z", "\u00E9\u4E2D%E3%80%82z",
           "%C3%A9%E4%B8%AD%E3%80%82z"},
       {"\U0001F600\U00020000", "%F0%9F%98%80%F0%A0%80%80", "%F0%9F%98%80\U00020000",
           "%F0%9F%98%80%F0%A0%80%80"},
-      {"a\xED\xA0\x80", {}, {}, {}},
-      {"a\xE4\xB8", {}, {}, {}},
-  };
+      {"a\xED\xA0\x80", {}, {}, {}}, {"a\xE4\xB8", {}, {}, {}}};
   for (const auto& c : cases) {
     SCOPED_TRACE(c.text);
     EXPECT_EQ(percentEncoded(c.text, QueryAllowed), c.query);
@@ -74,25 +70,10 @@ TEST(PercentEncoding, Decodes) {
   const struct {
     std::string_view text;
     std::optional<std::string> decoded;
-  } cases[] = {
-      {"", ""},
-      {"a+b", "a+b"},
-      {"%e4%B8%Ad%2541", "\u4E2D%41"},
-      {"%00%7E", std::string("\0~", 2)},
-      {"%C3\xA9", "\u00E9"},
-      {"%", {}},
-      {std::string_view("%41", 2), {}},
-      {"%%41", {}},
-      {"%4g", {}},
-      {"%/0", {}},
-      {"%:0", {}},
-      {"%@0", {}},
-      {"%+1", {}},
-      {"%0`", {}},
-      {"%C3", {}},
-      {"%ED%A0%80", {}},
-      {"\xFF", {}},
-  };
+  } cases[] = {{"", ""}, {"a+b", "a+b"}, {"%e4%B8%Ad%2541", "\u4E2D%41"}, {"%00%7E", std::string("\0~", 2)},
+      {"%C3\xA9", "\u00E9"}, {"%", {}}, {std::string_view("%41", 2), {}}, {"%%41", {}}, {"%4g", {}},
+      {"%/0", {}}, {"%:0", {}}, {"%@0", {}}, {"%+1", {}}, {"%0`", {}}, {"%C3", {}}, {"%ED%A0%80", {}},
+      {"\xFF", {}}};
   for (const auto& c : cases) EXPECT_EQ(percentDecoded(c.text), c.decoded) << c.text;
 }
 

@@ -19,6 +19,10 @@ TEST(Data, SharesItsBytes) {
   EXPECT_EQ(whole.slice(45, 99).size(), whole.size() - 45);
   EXPECT_TRUE(whole.slice(99, 1).empty());
   EXPECT_EQ(part, Data::copy("world"));
+  Data from = whole, to = std::move(from);
+  EXPECT_TRUE(from.empty() && !from.data() && to == whole);
+  from = std::move(to);
+  EXPECT_TRUE(to.empty() && !to.data() && from == whole);
   lumo::DataChain chain;
   chain.append(part);
   EXPECT_EQ(chain.joined().data(), part.data());

@@ -155,8 +155,9 @@ TEST(Log, FillsPlacesAndNeverReadsArgumentsAsFormats) {
   LumoApiLog::removeHandler();
   LumoApiLog::log("to standard error");
   EXPECT_NE(testing::internal::GetCapturedStderr().find(": to standard error\n"), std::string::npos);
-  EXPECT_EQ(lines, (std::vector<std::string>{"%@%n %s%s -1 18446744073709551615 %|",
-                       R"((a\u000d\u000a\u001b[2J\u007f \u0085\u2028\u202e \x9b\xff\xe4\xb8 中é😀))"}));
+  EXPECT_EQ(
+      lines, (std::vector<std::string>{"%@%n %s%s -1 18446744073709551615 %|",
+                 R"((a\u000d\u000a\u001b[2J\u007f \u0085\u2028\u202e \x9b\xff\xe4\xb8 中é😀))", "", "123"}));
 }
 
 TEST(Datastore, SettersKeepTheOtherValues) {

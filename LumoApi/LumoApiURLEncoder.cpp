@@ -8,6 +8,7 @@ namespace {
 
 using lumo::CharacterSet;
 using lumo::Data;
+using lumo::QueryValue;
 using lumo::URL;
 using Entry = LumoApiQueryDictionary::Entries::Entry;
 
@@ -21,20 +22,24 @@ inline bool splits(const Entry& entry) noexcept {
          entry.value.hasAmpersand();
 }
 
-std::optional<std::size_t> encodedSize(std::string_view text) noexcept {
-  return lumo::percentEncodedSize(text, CharacterSet::QueryAllowed);
+// A size stays a plain number on this path: the compiler passes an optional one through memory, for every
+// entry.
+constexpr std::size_t kNotUTF8 = QueryValue::kNotUTF8;
+
+std::size_t encodedSize(std::string_view text) noexcept {
+  return lumo::percentEncodedSize(text, CharacterSet::QueryAllowed).value_or(kNotUTF8);
 }
 
 /// What stands before the query, as the caller gave it.
 struct EscapedParts {
   std::string_view scheme, host, path;
 
-  std::optional<std::size_t> size() const noexcept {
+  std::size_t size() const noexcept {
     std::size_t total = kAfterScheme.size();
     for (const std::string_view part : {scheme, host, path}) {
-      const std::optional<std::size_t> size = encodedSize(part);
-      if (!size) return std::nullopt;
-      total += *size;
+      const std::size_t size = encodedSize(part);
+      if (size == kNotUTF8) return kNotUTF8;
+      total += size;
     }
     return total;
   }
@@ -49,7 +54,7 @@ struct EscapedParts {
 struct FixedParts {
   std::string_view scheme, host, path;
 
-  std::optional<std::size_t> size() const noexcept {
+  std::size_t size() const noexcept {
     return scheme.size() + kAfterScheme.size() + host.size() + path.size();
   }
   char* write(char* out) const noexcept {
@@ -58,15 +63,14 @@ struct FixedParts {
   }
 };
 
-/// The length of the query with its "?"; null where some text is not UTF-8. Tells on the way whether any
-/// entry splits.
-std::optional<std::size_t> encodedSize(const LumoApiQueryDictionary& query, bool& anySplits) {
+/// The length of the query with its "?". Tells on the way whether any entry splits.
+std::size_t encodedSize(const LumoApiQueryDictionary& query, bool& anySplits) noexcept {
   std::size_t total = query.size() * 2;  // the "?" or "&" before each pair and the "=" in it
   for (const Entry& entry : query) {
-    const auto key = entry.key.isFixed() ? keyOf(entry).size() : encodedSize(keyOf(entry));
-    const auto value = entry.value.encodedSize();
-    if (!key || !value) return std::nullopt;
-    total += *key + *value;
+    const std::size_t key = entry.key.isFixed() ? keyOf(entry).size() : encodedSize(keyOf(entry));
+    const std::size_t value = entry.value.encodedSize();
+    if (key == kNotUTF8 || value == kNotUTF8) return kNotUTF8;
+    total += key + value;
     anySplits = anySplits || splits(entry);
   }
   return total;
@@ -85,10 +89,9 @@ char* write(const Entry& entry, char separator, char* out) {
 template <class Parts>
 std::optional<Data> written(const Parts& parts, const LumoApiQueryDictionary& query) {
   bool anySplits = false;
-  const std::optional<std::size_t> size = parts.size();
-  const std::optional<std::size_t> querySize = encodedSize(query, anySplits);
-  if (!size || !querySize) return std::nullopt;
-  lumo::DataBuffer text = Data::uninitialized(*size + *querySize);
+  const std::size_t size = parts.size(), querySize = encodedSize(query, anySplits);
+  if (size == kNotUTF8 || querySize == kNotUTF8) return std::nullopt;
+  lumo::DataBuffer text = Data::uninitialized(size + querySize);
   char* out = parts.write(reinterpret_cast<char*>(text.bytes));
   char separator = '?';
   const auto writeThose = [&](bool splitting) {

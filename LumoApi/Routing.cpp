@@ -99,7 +99,7 @@ std::string_view memberWithoutUTF8(const LumoApiQueryDictionary& query) noexcept
   };
   for (const auto& [key, member] : kPlainMembers) {
     const QueryValue* value = query.find(key);
-    if (value && !value->encodedSize()) return member;
+    if (value && !isValidUTF8(value->asText())) return member;
   }
   return "query";  // an entry of a caller's own
 }

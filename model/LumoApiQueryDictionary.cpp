@@ -39,14 +39,14 @@ const DataChain& QueryValue::chain() const noexcept {
 
 std::string QueryValue::asText() const {
   if (kind_ == Kind::Fixed || kind_ == Kind::Text) return std::string(bytes_.view());
-  std::string text(*encodedSize(), '\0');
+  std::string text(encodedSize(), '\0');
   encode(text.data());
   return text;
 }
 
-std::optional<std::size_t> QueryValue::otherEncodedSize() const noexcept {
+std::size_t QueryValue::otherEncodedSize() const noexcept {
   if (kind_ == Kind::Chain) return base64EncodedSize(chain().size());
-  return percentEncodedSize(bytes_.view(), CharacterSet::QueryAllowed);
+  return percentEncodedSize(bytes_.view(), CharacterSet::QueryAllowed).value_or(kNotUTF8);
 }
 
 char* QueryValue::encodeOther(char* out) const noexcept {

@@ -69,8 +69,11 @@ class LUMOAPI_EXPORT QueryValue {
   /// The value's text.
   std::string asText() const;
 
-  /// The length in bytes of the value in a percent-encoded URL; null where it is text that is not UTF-8.
-  std::optional<std::size_t> encodedSize() const noexcept {
+  /// What encodedSize() gives for text that is not UTF-8.
+  static constexpr std::size_t kNotUTF8 = static_cast<std::size_t>(-1);
+
+  /// The length in bytes of the value in a percent-encoded URL.
+  std::size_t encodedSize() const noexcept {
     if (kind_ == Kind::Fixed) return bytes_.size();
     if (kind_ == Kind::Base64) return base64EncodedSize(bytes_.size());
     return otherEncodedSize();
@@ -97,7 +100,7 @@ class LUMOAPI_EXPORT QueryValue {
   QueryValue(Kind kind, Data bytes) noexcept : bytes_(std::move(bytes)), kind_(kind) {}
 
   const DataChain& chain() const noexcept;
-  std::optional<std::size_t> otherEncodedSize() const noexcept;
+  std::size_t otherEncodedSize() const noexcept;
   char* encodeOther(char* out) const noexcept;
 
   Data bytes_;

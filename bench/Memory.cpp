@@ -1,9 +1,9 @@
 // Prints how much memory the conversions take, a figure a line.
 
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
-#include "bench/CountingMalloc.h"
 #include "bench/Payloads.h"
 #include "platform/Image.h"
+#include "support/Allocations.h"
 
 #include <cstdio>
 #include <string>
@@ -16,21 +16,22 @@ void print(const std::string& name, std::size_t figure) { std::printf("%s %zu\n"
 
 void measureShare(const std::string& name, const std::optional<LumoApiMessage>& message) {
   Converter::urlWithMessage(message);  // what is made once is made now
-  bench::restartCounting();
-  const std::size_t before = bench::allocations().live;
-  const auto url = Converter::urlWithMessage(message);
-  const bench::Allocations after = bench::allocations();
-  const std::size_t beyond = after.peak - before;
-  print(name + "/allocations", after.count);
-  print(name + "/large allocations", after.large);
-  print(name + "/peak beyond the URL", beyond - url->absoluteString().size());
+  {
+    const Allocations all;
+    const auto url = Converter::urlWithMessage(message);
+    print(name + "/allocations", all.blocks());
+    print(name + "/peak beyond the URL", all.peak() - url->absoluteString().size());
+  }
+  const Allocations large(Allocations::kNever, false, 65536);
+  Converter::urlWithMessage(message);
+  print(name + "/large allocations", large.blocks());
 }
 
 void measurePicture(const std::string& name, const lumo::Data& picture) {
-  bench::restartCounting();
-  const std::size_t before = bench::allocations().live;
-  const auto result = lumo::jpegRepresentation(picture, bench::profileQuality(picture));
-  print(name + "/peak beyond input and output", bench::allocations().peak - before - result->size());
+  const double quality = bench::profileQuality(picture);
+  const Allocations all;
+  const auto result = lumo::jpegRepresentation(picture, quality);
+  print(name + "/peak beyond input and output", all.peak() - result->size());
 }
 
 }  // namespace

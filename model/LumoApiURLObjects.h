@@ -72,15 +72,11 @@ class LUMOAPI_EXPORT LumoApiNewsObject : public LumoApiURLObject {
                                                           std::optional<lumo::Data> previewImageData);
 };
 
-/// An audio page: a link whose target content type is 1 unless set otherwise.
-class LUMOAPI_EXPORT LumoApiAudioObject : public LumoApiURLObject, public lumo::OffersFlashURL {
- public:
-  LumoApiAudioObject() noexcept { setTargetContentType(1); }
-  static std::shared_ptr<LumoApiAudioObject> objectWithURL(std::optional<lumo::URL> url,
-                                                           std::optional<std::string> title,
-                                                           std::optional<std::string> description,
-                                                           std::optional<lumo::Data> previewImageData);
+namespace lumo {
 
+/// A link to a page that plays something, and perhaps to the flash film in it.
+class LUMOAPI_EXPORT FlashLinkObject : public LumoApiURLObject, public OffersFlashURL {
+ public:
   /// Optional.
   const std::optional<lumo::URL>& flashURL() const noexcept override { return flashURL_; }
   void setFlashURL(std::optional<lumo::URL> flashURL) noexcept { flashURL_ = std::move(flashURL); }
@@ -95,25 +91,24 @@ class LUMOAPI_EXPORT LumoApiAudioObject : public LumoApiURLObject, public lumo::
   std::optional<lumo::URL> flashURL_;
 };
 
+}  // namespace lumo
+
+/// An audio page: a link whose target content type is 1 unless set otherwise.
+class LUMOAPI_EXPORT LumoApiAudioObject : public lumo::FlashLinkObject {
+ public:
+  LumoApiAudioObject() noexcept { setTargetContentType(1); }
+  static std::shared_ptr<LumoApiAudioObject> objectWithURL(std::optional<lumo::URL> url,
+                                                           std::optional<std::string> title,
+                                                           std::optional<std::string> description,
+                                                           std::optional<lumo::Data> previewImageData);
+};
+
 /// A video page: a link whose target content type is 2 unless set otherwise.
-class LUMOAPI_EXPORT LumoApiVideoObject : public LumoApiURLObject, public lumo::OffersFlashURL {
+class LUMOAPI_EXPORT LumoApiVideoObject : public lumo::FlashLinkObject {
  public:
   LumoApiVideoObject() noexcept { setTargetContentType(2); }
   static std::shared_ptr<LumoApiVideoObject> objectWithURL(std::optional<lumo::URL> url,
                                                            std::optional<std::string> title,
                                                            std::optional<std::string> description,
                                                            std::optional<lumo::Data> previewImageData);
-
-  /// Optional.
-  const std::optional<lumo::URL>& flashURL() const noexcept override { return flashURL_; }
-  void setFlashURL(std::optional<lumo::URL> flashURL) noexcept { flashURL_ = std::move(flashURL); }
-
-  template <class Self>
-  static auto fields(Self& self) {
-    return std::tuple_cat(std::tuple(lumo::field("flashURL", self.flashURL_)),
-                          LumoApiURLObject::fields(self));
-  }
-
- private:
-  std::optional<lumo::URL> flashURL_;
 };

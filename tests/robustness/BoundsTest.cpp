@@ -8,8 +8,8 @@
 #include "platform/Image.h"
 #include "platform/JSON.h"
 #include "platform/KeyedArchiver.h"
+#include "support/Allocations.h"
 #include "tests/platform/SampleHEIF.h"
-#include "tests/robustness/Allocations.h"
 #include "tests/robustness/Requests.h"
 
 #include <gtest/gtest.h>

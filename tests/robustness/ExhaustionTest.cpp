@@ -5,8 +5,8 @@
 #include "platform/Base64.h"
 #include "platform/Image.h"
 #include "platform/KeyedArchiver.h"
+#include "support/Allocations.h"
 #include "tests/platform/SampleHEIF.h"
-#include "tests/robustness/Allocations.h"
 #include "tests/robustness/Requests.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 // Pictures that are read and written row by row take little memory, however large they are.
 
 #include "platform/Image.h"
+#include "support/Allocations.h"
 #include "tests/platform/Pictures.h"
-#include "tests/robustness/Allocations.h"
 
 #include <gtest/gtest.h>
 

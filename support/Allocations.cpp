@@ -1,6 +1,6 @@
 // Stands in for the C library's malloc, or under a sanitizer for `new`, and calls it.
 
-#include "tests/robustness/Allocations.h"
+#include "support/Allocations.h"
 
 #include <malloc.h>
 

@@ -26,10 +26,10 @@ foreach(header ${LUMOAPI_PUBLIC_HEADERS})
 endforeach()
 
 set(LUMOAPI_PKG_CONFIG_MODULES webp)
-set(LUMOAPI_PC_REQUIRES "libjpeg libpng libwebp")
+set(LUMOAPI_PC_LIBS "-lboost_json -ljpeg -lpng -lwebp")
 if(LUMOAPI_HEIF_FOUND)
   string(APPEND LUMOAPI_PKG_CONFIG_MODULES " heif")
-  string(APPEND LUMOAPI_PC_REQUIRES " libheif")
+  string(APPEND LUMOAPI_PC_LIBS " -lheif")
 endif()
 configure_package_config_file(cmake/LumoApiConfig.cmake.in LumoApiConfig.cmake INSTALL_DESTINATION ${package_dir})
 write_basic_package_version_file(LumoApiConfigVersion.cmake COMPATIBILITY SameMajorVersion)
@@ -58,7 +58,7 @@ set(CPACK_DEBIAN_RUNTIME_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "${PROJECT_DESCRIPTION}: shared library")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME liblumoapi-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
-# What its pkg-config file names, and what static linking takes besides.
+# What static linking takes besides.
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
   "${library_package} (= ${PROJECT_VERSION}), libboost-json1.81-dev, libjpeg62-turbo-dev, libpng-dev, libwebp-dev")
 if(LUMOAPI_HEIF_FOUND)

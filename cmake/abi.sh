@@ -13,15 +13,16 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
 # The library and its headers, installed from a build.
-installed() { cmake --install "$1" --component runtime --prefix "$2" && cmake --install "$1" --component development --prefix "$2"; }
+installed() {
+  for component in runtime development; do cmake --install "$1" --component $component --prefix "$2"; done
+}
 {
   installed "$build" "$work/new"
   mkdir "$work/source"
   git archive "$old" | tar -x -C "$work/source"
-  cmake -S "$work/source" -B "$work/build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DLUMOAPI_BUILD_TESTS=OFF \
-    -DLUMOAPI_BUILD_TOOL=OFF
-  cmake --build "$work/build"
-  installed "$work/build" "$work/old"
+  (cd "$work/source" && cmake --preset release -DLUMOAPI_BUILD_TESTS=OFF -DLUMOAPI_BUILD_TOOL=OFF)
+  cmake --build "$work/source/build/release"
+  installed "$work/source/build/release" "$work/old"
 } >"$work/log" 2>&1 || { tail -n 40 "$work/log" >&2; exit 2; }
 
 soname() { basename "$(find "$1" -name 'liblumoapi.so.[0-9]' -o -name 'liblumoapi.so.[0-9][0-9]')"; }

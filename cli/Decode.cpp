@@ -3,15 +3,12 @@
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
 #include "cli/Conversions.h"
 #include "cli/Files.h"
-#include "cli/RequestReader.h"
 #include "cli/ResultWriter.h"
 #include "cli/Surroundings.h"
 
 #include <utility>
 
 namespace lumo::cli {
-
-namespace {
 
 std::optional<LumoApiMessage> messageOf(const DecodeRequest& request, LumoApiRefusal& refusal) {
   switch (request.entry) {
@@ -23,6 +20,8 @@ std::optional<LumoApiMessage> messageOf(const DecodeRequest& request, LumoApiRef
   }
   return LumoApiMessageAndUrlConverter::messageWithUrl(request.url, &refusal);
 }
+
+namespace {
 
 Value resultOf(const std::optional<LumoApiMessage>& message, const Stage& stage) {
   Value::Dictionary result;

@@ -69,6 +69,9 @@ Decoded ofJSON(std::string text) {
                   "not JSON at byte " + std::to_string(error.offset + 1) + ": " + error.message,
                   std::move(text));
   }
+  if (!value->asDictionary() && !value->asArray()) {
+    return faulty(codes::kBadJSON, "a lone JSON value, which nobody reads as a map", std::move(text));
+  }
   return {.text = std::move(text), .json = std::move(value), .bytes = {}};
 }
 

@@ -1,6 +1,7 @@
 #include "cli/LintChecks.h"
 
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
+#include "cli/Decode.h"
 #include "cli/InspectURL.h"
 #include "cli/RequestReader.h"
 #include "cli/Text.h"
@@ -65,7 +66,7 @@ void checkIncoming(const Place& document, Report& report) {
   stage.set(std::move(request.surroundings));
   if (request.url) report.add(inspection::findingsOf(*request.url, {true, stage.record()}, true).warnings);
   LumoApiRefusal refusal;
-  LumoApiMessageAndUrlConverter::messageWithUrl(request.url, &refusal);
+  messageOf(request, refusal);
   if (refusal) report.add(refusal);
 }
 

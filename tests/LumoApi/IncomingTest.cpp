@@ -164,6 +164,7 @@ TEST_F(Incoming, KindsFromQueryAndRecord) {
         LumoApiImageObject::objectWithData({}, {}, {}, {}).get());
     expectView(
         "file_type=url&url=" + base64("no url"), LumoApiURLObject::objectWithURL({}, {}, {}, {}, 0).get());
+    expectView("file_type=news&url=", LumoApiNewsObject::objectWithURL(URL::parse(""), {}, {}, {}).get());
     expectView("file_type=common&title=SGk=", std::make_shared<LumoApiCommonContentObject>().get());
   }
 }

@@ -170,6 +170,7 @@ TEST(Inspect, WarnsOfWhatIsWrong) {
       {kText + "&title=SGk%3D", ""},
       {kView + "text&file_data=SGk%3D", "bad-base64:file_data"},
       {kLink + kTitle + "&flashurl=YSBi&extMap=ew==", "bad-link:flashurl bad-json:extMap"},
+      {kView + "nimbo&extMap=Nw==", "bad-json:extMap"},
       {kLink + kTitle + "&pasteboard=aGVsbG8=", "bad-record:pasteboard"},
       {kText + "&title=" + base64(129) + "&tagName=" + base64(129) + "&messageExt=" + base64(257),
           "limit-exceeded:title limit-exceeded:tagName limit-exceeded:messageExt"},

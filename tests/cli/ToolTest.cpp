@@ -116,6 +116,10 @@ TEST_F(ToolTest, StatusAndStreamsOfEachEnd) {
           "in: unknown-kind: object: "},
       {"lumoapi lint in", R"({"url":"demo://request_from_lumo/view?file_type=txt"})", 1,
           "in: unknown-kind: file_type: “txt” is no kind of content, did you mean text?\n"},
+      {"lumoapi lint in",
+          R"({"url":"x:?NeedToGetData=true","entry":"messageWithUrlUsedClipboard",)"
+          R"("datastore":{"apiMessage":{}}})",
+          0, ""},
       {"lumoapi lint --lines in", kHello + "\n" + titled(129), 1, "in:2: too-long: title: 129"},
       {"lumoapi lint in", "", 1, "in: not-a-url: byte 1: no text at all\n"},
       {"lumoapi lint 'demo://request_from_lumo/view?file_type=img'", "", 0, ""},

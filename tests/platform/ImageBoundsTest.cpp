@@ -1,7 +1,7 @@
 // Pictures that would keep a decoder busy or fill the memory; each is stopped by one bound alone.
 
 #include "platform/Image.h"
-#include "tests/platform/Pictures.h"
+#include "support/Pictures.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 #include "platform/Base64.h"
 #include "platform/Image.h"
 #include "platform/ImageCodec.h"
-#include "tests/platform/Pictures.h"
+#include "support/Pictures.h"
 #include "tests/platform/SampleHEIF.h"
 
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 
 #include "platform/Image.h"
 #include "support/Allocations.h"
-#include "tests/platform/Pictures.h"
+#include "support/Pictures.h"
 
 #include <gtest/gtest.h>
 

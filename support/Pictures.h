@@ -49,7 +49,7 @@ struct JPEGShape {
   J_COLOR_SPACE from = JCS_RGB, to = JCS_YCbCr;
   std::array<int, 2> sampling = {1, 1};
   bool progressive = false, adobe = true;
-  int quality = 95;
+  int quality = 95, restartRows = 0;
   std::vector<std::pair<int, std::string>> segments = {};
 };
 
@@ -71,12 +71,13 @@ inline Data makeJPEG(std::vector<std::uint8_t> pixels, const JPEGShape& shape) {
   codec.comp_info[0].h_samp_factor = shape.sampling[0];
   codec.comp_info[0].v_samp_factor = shape.sampling[1];
   jpeg_set_quality(&codec, shape.quality, TRUE);
+  codec.restart_in_rows = shape.restartRows;
   if (!shape.adobe) codec.write_Adobe_marker = FALSE;
   if (shape.progressive) jpeg_simple_progression(&codec);
   jpeg_start_compress(&codec, TRUE);
   for (const auto& [marker, text] : shape.segments) {
-    jpeg_write_marker(
-        &codec, marker, reinterpret_cast<const JOCTET*>(text.data()), static_cast<unsigned>(text.size()));
+    jpeg_write_marker(&codec, marker, reinterpret_cast<const JOCTET*>(text.data()),
+                      static_cast<unsigned>(text.size()));
   }
   for (JSAMPROW row = pixels.data(); codec.next_scanline < codec.image_height; row += stride) {
     jpeg_write_scanlines(&codec, &row, 1);
@@ -102,7 +103,7 @@ inline std::string deflated(const std::string& text, int effort = 1) {
   std::string packed(compressBound(text.size()), '\0');
   uLongf size = packed.size();
   compress2(reinterpret_cast<Bytef*>(packed.data()), &size, reinterpret_cast<const Bytef*>(text.data()),
-      text.size(), effort);
+            text.size(), effort);
   return packed.substr(0, size);
 }
 
@@ -112,19 +113,19 @@ struct PNGKind {
 };
 
 inline Data pngOf(std::size_t width, std::size_t height, PNGKind kind, const std::string& rows,
-    const std::string& chunks = "", int effort = 1) {
-  const std::string shape = {
-      static_cast<char>(kind.depth), static_cast<char>(kind.type), 0, 0, kind.interlaced};
+                  const std::string& chunks = "", int effort = 1) {
+  const std::string shape = {static_cast<char>(kind.depth), static_cast<char>(kind.type), 0, 0,
+                             kind.interlaced};
   return Data("\x89PNG\r\n\x1A\n" + pngChunk("IHDR", bigEndian(width) + bigEndian(height) + shape) + chunks +
               pngChunk("IDAT", deflated(rows, effort)) + pngChunk("IEND", ""));
 }
 
 inline Data makePNG(const Colors& colors, int type = 2, int depth = 8, const std::string& chunks = "",
-    bool interlaced = false) {
+                    bool interlaced = false) {
   const std::vector<std::size_t> kChannels[] = {{0}, {}, {0, 1, 2}, {0}, {0, 3}, {}, {0, 1, 2, 3}};
   const std::vector<std::array<int, 4>> kWhole = {{0, 0, 1, 1}},
                                         kSeven = {{0, 0, 8, 8}, {4, 0, 8, 8}, {0, 4, 4, 8}, {2, 0, 4, 4},
-                                            {0, 2, 2, 4}, {1, 0, 2, 2}, {0, 1, 1, 2}};
+                                                  {0, 2, 2, 4}, {1, 0, 2, 2}, {0, 1, 1, 2}};
   std::string rows;
   for (const auto& [left, top, right, down] : interlaced ? kSeven : kWhole) {
     for (int y = top; y < kSide; y += down) {

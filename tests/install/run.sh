@@ -38,7 +38,7 @@ if [ "$1" = --deb ]; then
   dpkg -i "$2"/*.deb >"$work/log"
   packages=$(for deb in "$2"/*.deb; do dpkg-deb -f "$deb" Package; done)
   # shellcheck disable=SC2064,SC2086 # the names as they are now
-  trap "dpkg -P "$(echo $packages)" >'$work/log'; rm -rf '$work'" EXIT
+  trap "dpkg -P $(echo $packages) >'$work/log'; rm -rf '$work'" EXIT
   make_project "$apps/sender" sender
   check "Debian package, find_package" "$work/sender/sender" shared
   # shellcheck disable=SC2046 # words

@@ -78,7 +78,8 @@ void setURL(LumoApiQueryDictionary& query, QueryKey key, const std::optional<URL
 }
 
 Check setJSON(LumoApiQueryDictionary& query, FixedWord key, const Value& value, std::string_view field) {
-  std::optional<std::string> json = writeJSON(value);
+  const bool isDocument = value.asDictionary() || value.asArray();
+  std::optional<std::string> json = isDocument ? writeJSON(value) : std::nullopt;
   if (!json) return refused(LumoApiRefusal::Code::NotSerialisable, field, kSilent);
   query.set(key, QueryValue::base64(*std::move(json)));
   return std::nullopt;

@@ -106,7 +106,8 @@ void setBase64(LumoApiQueryDictionary& query, QueryKey key, Text text);
 /// The key with the base64 of the URL's text; nothing where there is none. The text is not copied.
 void setURL(LumoApiQueryDictionary& query, QueryKey key, const std::optional<URL>& url);
 
-/// The key with the base64 of the value's JSON text; a refusal of `field` where JSON cannot hold it.
+/// The key with the base64 of the value's JSON text; a refusal of `field` where it is no dictionary and no
+/// list, or holds what JSON cannot.
 Check setJSON(LumoApiQueryDictionary& query, FixedWord key, const Value& value, std::string_view field);
 
 /// The card's text, or null.

@@ -153,6 +153,9 @@ TEST_F(Incoming, KindsFromQueryAndRecord) {
       {"common", std::make_shared<LumoApiCommonContentObject>()}, {"localFile", nullptr}, {"IMG", nullptr},
       {"", nullptr}};
   for (const auto& [query, object] : cases) expectView("file_type=" + query + fields, object.get());
+  // Empty bytes are bytes.
+  store().setApiLargeData(std::make_shared<const LumoApiLargeData>(LumoApiLargeData{{"file_data", Data()}}));
+  expectView("file_type=nimbo", LumoApiVideoForNimboObject::objectWithVideoData(Data(), {}, {}).get());
   // Without a record, with foreign types in it, and with fields that do not decode.
   const LumoApiLargeData odd{
       {"file_data", "text"}, {"image_data_list", Value::Array{main, 1}}, {"previewimagedata", 1}};

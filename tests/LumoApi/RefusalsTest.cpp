@@ -88,7 +88,7 @@ const Faults kFaces = {{"imageDataArray", nullptr, kNoImage, kMissing},
 const Faults kFeedVideo = {{"videoData", nullptr, kSilent, kMissing, {{"assetURL", nullptr}}},
     {"videoData", Data(), kSilent, kMissing, {{"assetURL", ""}}}, {"assetURL", "\xFF", kSilent, kNotUTF8},
     {"videoData", bytes(50 * kMiB + 1), "param error: video data is too big", overBytes(50 * kMiB)},
-    {"extMap", kNoJSON, kSilent, kNotSerialisable}};
+    {"extMap", kNoJSON, kSilent, kNotSerialisable}, {"extMap", 7, kSilent, kNotSerialisable}};
 const Faults kExtraService = {{"openID", "\xFF", kSilent, kNotUTF8}, {"toUin", "\xFF", kSilent, kNotUTF8},
     {"extraInfo", kNoJSON, kSilent, kNotSerialisable}, {"serviceID", "\xFF", kSilent, kNotUTF8}};
 const Faults kCommonService = {{"openID", "\xFF", kSilent, kNotUTF8},

@@ -57,8 +57,9 @@ TEST(URLEncoder, WritesEveryKindOfValue) {
 }
 
 TEST(URLEncoder, PutsEntriesThatCouldForgeOthersFirst) {
-  const LumoApiQueryDictionary query{{"type", "1"}, {"name", "x&type=2"}, {"a&b", "c"}, {"z", "9"}};
-  EXPECT_EQ(encoded(query), "s://h/p?name=x&type=2&a&b=c&type=1&z=9");
+  const LumoApiQueryDictionary query{
+      {"type", "1"}, {"name", "x&type=2"}, {"a&b", "c"}, {"type=3", ""}, {"z", "9"}};
+  EXPECT_EQ(encoded(query), "s://h/p?name=x&type=2&a&b=c&type=3=&type=1&z=9");
   EXPECT_EQ(LumoApiURLDecoder::decoderWithUrl(URL::parse(encoded(query)))->queryItem().find("type"), "1");
 }
 

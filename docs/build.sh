@@ -45,8 +45,11 @@ for kind in $("$tool" new 2>&1 | awk '/^  KIND / { on = 1 } /^  -o/ { on = 0 } o
     /^      "meaning": / { meaning = text($0) }
     /^      "value": / { value = $0 ~ /": "/ ? text($0) : "" }
     /^      "encoding": / { encoding = text($0) }
-    /^      "counts": / { print "| `" key "` | " meaning " | " encoding " |" }' |
-    { printf '| Key | What it says | Written |\n|---|---|---|\n'; cat; } >"$parts/keys/$kind"
+    /^      "counts": / { print "    | `" key "` | " meaning " | " encoding " |" }' |
+    {
+      printf '??? abstract "Query keys, with every field filled"\n    | Key | What it says | Written |\n    |---|---|---|\n'
+      cat
+    } >"$parts/keys/$kind"
 done
 
 # What the tool says of itself.

@@ -61,6 +61,7 @@ class LUMOAPI_EXPORT LumoApiMessageAndUrlConverter {
   /// be null.
   static std::optional<LumoApiMessage> messageWithUrl(const std::optional<lumo::URL>& url,
                                                       LumoApiRefusal* refusal) noexcept;
+  /// The same as messageWithUrl().
   static std::optional<LumoApiMessage> messageWithUrlNoClipboard(
       const std::optional<lumo::URL>& url) noexcept;
 
@@ -92,45 +93,65 @@ class LUMOAPI_EXPORT LumoApiMessageAndUrlConverter {
   // What urlWithMessage() calls by the object's class. `type` is the message type, `kivaObj` the card or
   // null. The limits of title and description are urlWithMessage()'s and not checked here.
 
+  /// A text.
   static std::optional<lumo::URL> urlWithTextObject(const LumoApiTextObject& object, std::int32_t type,
                                                     const LumoApiKivaObject* kivaObj = nullptr) noexcept;
+  /// A link of whatever class.
   static std::optional<lumo::URL> urlWithURLObject(const LumoApiURLObject& object, std::int32_t type,
                                                    const LumoApiKivaObject* kivaObj = nullptr) noexcept;
+  /// A preview with a text or a picture.
   static std::optional<lumo::URL> urlWithCommonContentObject(
       const LumoApiCommonContentObject& object, std::int32_t type,
       const LumoApiKivaObject* kivaObj = nullptr) noexcept;
+  /// Data of the app's own.
   static std::optional<lumo::URL> urlWithExtendObject(const LumoApiExtendObject& object, std::int32_t type,
                                                       const LumoApiKivaObject* kivaObj = nullptr) noexcept;
+  /// A picture by its bytes.
   static std::optional<lumo::URL> urlWithImageObject(const LumoApiImageObject& object, std::int32_t type,
                                                      const LumoApiKivaObject* kivaObj = nullptr) noexcept;
+  /// A picture by its URL.
   static std::optional<lumo::URL> urlWithWebImageObject(const LumoApiWebImageObject& object,
                                                         std::int32_t type) noexcept;
+  /// A file.
   static std::optional<lumo::URL> urlWithFileObject(const LumoApiFileObject& object, std::int32_t type,
                                                     const LumoApiKivaObject* kivaObj = nullptr) noexcept;
+  /// A profile picture, which may be re-encoded in the object.
   static std::optional<lumo::URL> urlWithImageObjectForAvatar(LumoApiImageForLumoAvatarObject& object,
                                                               std::int32_t type) noexcept;
+  /// A moving profile picture.
   static std::optional<lumo::URL> urlWithVideoObjectForAvatar(const LumoApiVideoForLumoAvatarObject& object,
                                                               std::int32_t type) noexcept;
+  /// Pictures for the face collection.
   static std::optional<lumo::URL> urlWithImageObjectForFaceCollection(
       const LumoApiImageArrayForFaceCollectionObject& object, std::int32_t type) noexcept;
+  /// A check of the app's authorization.
   static std::optional<lumo::URL> urlWithAuthObject(const LumoApiAuthObject& object,
                                                     std::int32_t type) noexcept;
+  /// Pictures for the social feed, whose list may be cut in the object.
   static std::optional<lumo::URL> urlWithImageArrayForNimboObject(LumoApiImageArrayForNimboObject& object,
                                                                   std::int32_t type) noexcept;
+  /// A video for the social feed.
   static std::optional<lumo::URL> urlWithVideoForNimboObject(const LumoApiVideoForNimboObject& object,
                                                              std::int32_t type) noexcept;
+  /// One of the messenger's extra services.
   static std::optional<lumo::URL> urlWithExtraServiceObject(const LumoApiExtraServiceObject& object,
                                                             std::int32_t type) noexcept;
+  /// A service by the common channel.
   static std::optional<lumo::URL> urlWithCommonServiceObject(const LumoApiCommonServiceObject& object,
                                                              std::int32_t type) noexcept;
+  /// Binding a group to the app.
   static std::optional<lumo::URL> urlWithApiThirdAppBindGroupObject(
       const LumoApiThirdAppBindGroupObject& object, std::int32_t type) noexcept;
+  /// Joining one of the app's groups.
   static std::optional<lumo::URL> urlWithApiThirdAppJoinGroupObject(
       const LumoApiThirdAppJoinGroupObject& object, std::int32_t type) noexcept;
+  /// Creating a guild.
   static std::optional<lumo::URL> urlWithCreateGroupProObject(const LumoApiCreateLumoGroupProObject& object,
                                                               std::int32_t type) noexcept;
+  /// Joining a guild.
   static std::optional<lumo::URL> urlWithJoinGroupProObject(const LumoApiJoinLumoGroupProObject& object,
                                                             std::int32_t type) noexcept;
+  /// Launching a mini-program.
   static std::optional<lumo::URL> urlWithApiLaunchMiniProgramObject(
       const LumoApiLaunchMiniProgramObject& object, std::int32_t type) noexcept;
 
@@ -197,36 +218,48 @@ class LUMOAPI_EXPORT LumoApiMessageAndUrlConverter {
                                   std::uint64_t shareDestType) noexcept;
 
   // With the common keys, which are added to the caller's dictionary; `path` begins with "/".
+  /// Sharing to a contact.
   static std::optional<lumo::URL> urlWithQueryItem(LumoApiQueryDictionary& queryItem, std::int32_t type,
                                                    std::uint64_t shareDestType) noexcept;
+  /// The profile picture, still or moving by its path.
   static std::optional<lumo::URL> urlWithQueryItemForAvatar(LumoApiQueryDictionary& queryItem,
                                                             std::int32_t type, std::uint64_t shareDestType,
                                                             std::string_view path) noexcept;
+  /// Checking the app's authorization.
   static std::optional<lumo::URL> urlWithQueryItemForAuth(LumoApiQueryDictionary& queryItem,
                                                           std::int32_t type, std::uint64_t shareDestType,
                                                           std::string_view path) noexcept;
+  /// The face collection.
   static std::optional<lumo::URL> urlWithQueryItemForFaceCollection(LumoApiQueryDictionary& queryItem,
                                                                     std::int32_t type,
                                                                     std::uint64_t shareDestType) noexcept;
   // Without.
+  /// An extra service.
   static std::optional<lumo::URL> urlWithQueryItemForExtraService(const LumoApiQueryDictionary& queryItem,
                                                                   std::int32_t type,
                                                                   std::uint64_t shareType) noexcept;
+  /// The common channel.
   static std::optional<lumo::URL> urlWithQueryItemForCommonService(const LumoApiQueryDictionary& queryItem,
                                                                    std::int32_t type,
                                                                    std::uint64_t shareType) noexcept;
+  /// A mini-program.
   static std::optional<lumo::URL> urlWithQueryItemForLaunchMiniProgram(
       const LumoApiQueryDictionary& queryItem, std::int32_t type, std::uint64_t shareType) noexcept;
+  /// Binding a group.
   static std::optional<lumo::URL> urlWithQueryItemForThirdAppBindGroup(
       const LumoApiQueryDictionary& queryItem, std::int32_t type, std::uint64_t shareType) noexcept;
+  /// Joining a group.
   static std::optional<lumo::URL> urlWithQueryItemForThirdAppJoinBroup(  // sic
       const LumoApiQueryDictionary& queryItem, std::int32_t type, std::uint64_t shareType) noexcept;
+  /// Adding a friend.
   static std::optional<lumo::URL> urlWithQueryItemForAddFriend(const LumoApiQueryDictionary& queryItem,
                                                                std::int32_t type,
                                                                std::uint64_t shareType) noexcept;
+  /// Binding a group to a game.
   static std::optional<lumo::URL> urlWithQueryItemForGameBindingGroup(const LumoApiQueryDictionary& queryItem,
                                                                       std::int32_t type,
                                                                       std::uint64_t shareType) noexcept;
+  /// Showing a card.
   static std::optional<lumo::URL> urlWithQueryItemForJoinBroup(  // sic
       const LumoApiQueryDictionary& queryItem, std::int32_t type, std::uint64_t shareType) noexcept;
 

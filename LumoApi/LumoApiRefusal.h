@@ -10,6 +10,7 @@
 /// Why an operation gave null: what the converter's log says in a few words, and what it leaves unsaid, for
 /// the silent refusals too.
 struct LUMOAPI_EXPORT LumoApiRefusal {
+  /// What was wrong.
   enum class Code : std::uint8_t {
     None,              ///< nothing was refused
     Missing,           ///< what `field` names is absent or empty
@@ -31,18 +32,22 @@ struct LUMOAPI_EXPORT LumoApiRefusal {
   /// What `actual` and `limit` count.
   enum class Unit : std::uint8_t { None, CodeUnits, Bytes, Entries };
 
+  /// What was wrong; None where nothing was.
   Code code = Code::None;
   /// The field, part of the URL or entry of the record that was refused, by its own name.
   std::string_view field;
   /// The size that was found, and the largest one that is accepted.
   std::optional<std::uint64_t> actual;
+  /// The largest size that is accepted.
   std::optional<std::uint64_t> limit;
+  /// What both sizes count.
   Unit unit = Unit::None;
   /// The log line that the refusal wrote; null where it is silent.
   std::optional<std::string_view> logText;
   /// The source line of the check.
   int line = 0;
 
+  /// Whether anything was refused.
   explicit operator bool() const noexcept { return code != Code::None; }
 
   /// One line for people: "title: 129 UTF-16 code units, at most 128".

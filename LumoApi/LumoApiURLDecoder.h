@@ -34,6 +34,7 @@ class LUMOAPI_EXPORT LumoApiURLDecoder {
   std::optional<std::string_view> path() const noexcept { return textOf(path_); }
   void setPath(std::optional<std::string_view> path) { path_ = copyOf(path); }
 
+  /// The pairs of the query, not decoded.
   const lumo::RawQuery& queryItem() const noexcept { return queryItem_; }
 
  private:

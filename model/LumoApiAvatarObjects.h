@@ -7,7 +7,7 @@ namespace lumo {
 /// A picture or a video for the user's profile, with an optional preview.
 class LUMOAPI_EXPORT AvatarObject : public LumoApiObject {
  public:
-  /// Required; the classes below say how long it may be. Staged by reference, never copied.
+  /// Required; how long it may be, its class says. Staged by reference, never copied.
   const std::optional<Data>& data() const noexcept { return data_; }
   void setData(std::optional<Data> data) noexcept { data_ = std::move(data); }
 

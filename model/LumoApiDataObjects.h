@@ -57,6 +57,7 @@ class LUMOAPI_EXPORT DataObject : public DataFields<TaggedObject> {
 /// A data payload.
 class LUMOAPI_EXPORT LumoApiExtendObject : public lumo::DataObject {
  public:
+  /// A new object with these fields.
   static std::shared_ptr<LumoApiExtendObject> objectWithData(std::optional<lumo::Data> data,
                                                              std::optional<lumo::Data> previewImageData,
                                                              std::optional<std::string> title,
@@ -66,6 +67,7 @@ class LUMOAPI_EXPORT LumoApiExtendObject : public lumo::DataObject {
 /// A picture, given as its encoded bytes.
 class LUMOAPI_EXPORT LumoApiImageObject : public lumo::DataObject {
  public:
+  /// A new object with these fields.
   static std::shared_ptr<LumoApiImageObject> objectWithData(std::optional<lumo::Data> data,
                                                             std::optional<lumo::Data> previewImageData,
                                                             std::optional<std::string> title,

@@ -33,6 +33,7 @@ class LUMOAPI_EXPORT LumoApiPasteboard {
 /// held.
 class LUMOAPI_EXPORT LumoApiDatastore {
  public:
+  /// What the app sets.
   struct Values {
     /// The URL scheme under which the messenger opens the app again.
     std::optional<std::string> scheme = std::nullopt;
@@ -52,6 +53,7 @@ class LUMOAPI_EXPORT LumoApiDatastore {
     bool isLumoSupportApiGeneralPastboard = false;
   };
 
+  /// The one store of the process.
   static LumoApiDatastore& instance() noexcept;
 
   /// All values as they are at this moment; never null.
@@ -61,24 +63,31 @@ class LUMOAPI_EXPORT LumoApiDatastore {
 
   // Single values. A setter replaces its own value and keeps all others, whoever sets them meanwhile.
 
+  /// The URL scheme under which the messenger opens the app again.
   std::optional<std::string> scheme() const { return values()->scheme; }
   void setScheme(std::optional<std::string> scheme) { set(&Values::scheme, std::move(scheme)); }
 
+  /// The app's display name.
   std::optional<std::string> appName() const { return values()->appName; }
   void setAppName(std::optional<std::string> appName) { set(&Values::appName, std::move(appName)); }
 
+  /// The app's identifier.
   std::optional<std::string> appId() const { return values()->appId; }
   void setAppId(std::optional<std::string> appId) { set(&Values::appId, std::move(appId)); }
 
+  /// The user's open identifier for the app.
   std::optional<std::string> openId() const { return values()->openId; }
   void setOpenId(std::optional<std::string> openId) { set(&Values::openId, std::move(openId)); }
 
+  /// The user's number in the messenger.
   std::optional<lumo::Value> uin() const { return values()->uin; }
   void setUin(std::optional<lumo::Value> uin) { set(&Values::uin, std::move(uin)); }
 
+  /// Whether the messenger reads a text share's object from the URL.
   bool isLumoSupportUrlForShareText() const noexcept { return values()->isLumoSupportUrlForShareText; }
   void setIsLumoSupportUrlForShareText(bool is) { set(&Values::isLumoSupportUrlForShareText, is); }
 
+  /// Whether the messenger reads any other request's object from the URL.
   bool isLumoSupportUrlInsteadPastedboard() const noexcept {
     return values()->isLumoSupportUrlInsteadPastedboard;
   }
@@ -86,6 +95,7 @@ class LUMOAPI_EXPORT LumoApiDatastore {
     set(&Values::isLumoSupportUrlInsteadPastedboard, is);
   }
 
+  /// Whether the messenger reads the general pasteboard.
   bool isLumoSupportApiGeneralPastboard() const noexcept {
     return values()->isLumoSupportApiGeneralPastboard;
   }
@@ -94,10 +104,12 @@ class LUMOAPI_EXPORT LumoApiDatastore {
   /// Replaces the large-data record (null: none). False where the pasteboard could not take it; the one in
   /// memory always can.
   bool setApiLargeData(LumoApiLargeDataPtr record) noexcept;
+  /// The large-data record at this moment; null where there is none.
   LumoApiLargeDataPtr getApiLargeData() const noexcept;
 
   /// The message held for the messenger's answer.
   void setApiMessage(std::optional<LumoApiMessage> message);
+  /// The message held for the messenger's answer; null where there is none.
   template <std::same_as<LumoApiMessage> Message>
   std::optional<Message> getApiMessageWithClass() const noexcept {
     return apiMessage();

@@ -19,6 +19,7 @@ class LUMOAPI_EXPORT LumoApiFilePasteboard : public LumoApiPasteboard {
   /// The largest file that is read or written, in bytes: several times what the largest request stages.
   static constexpr std::size_t kMaxFileSize = 268'435'456;
 
+  /// A pasteboard in the file with that path, which need not exist yet.
   explicit LumoApiFilePasteboard(std::string path);
 
   bool write(LumoApiLargeDataPtr record) noexcept override;

@@ -22,6 +22,7 @@ namespace lumo {
 /// A key of the large-data record; a type of its own, since several query keys differ from these only in
 /// case.
 struct RecordKey {
+  /// The key as it stands in the record.
   std::string_view text;
 };
 

@@ -16,14 +16,17 @@
 /// is called on the thread that logs, with no lock held, and must not throw (what it throws is dropped).
 class LUMOAPI_EXPORT LumoApiLog {
  public:
+  /// A line of the log.
   struct Line {
     /// The logging source, without a suffix: "LumoApi/LumoApiMessageAndUrlConverter".
     std::string_view file;
+    /// The line in that source.
     int line;
     /// The message text, UTF-8. Of the texts that were filled in, control characters, ends of lines and marks
     /// of direction stand as `\u001b` or `\u2028`, and bytes that are not UTF-8 as `\xff`.
     std::string_view message;
   };
+  /// What the app does with a line.
   using Handler = std::function<void(const Line&)>;
 
   static void setHandler(Handler handler);

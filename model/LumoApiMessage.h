@@ -12,6 +12,7 @@
 /// A structured card that accompanies a content object.
 class LUMOAPI_EXPORT LumoApiKivaObject {
  public:
+  /// The card's text.
   const std::optional<std::string>& kivaData() const noexcept { return kivaData_; }
   void setKivaData(std::optional<std::string> kivaData) noexcept { kivaData_ = std::move(kivaData); }
 
@@ -25,6 +26,7 @@ class LUMOAPI_EXPORT LumoApiKivaObject {
 class LUMOAPI_EXPORT LumoApiMessage {
  public:
   LumoApiMessage() = default;
+  /// A message of the type with that content.
   // messageWithObject:andType:
   static LumoApiMessage messageWithObject(std::shared_ptr<LumoApiObject> object, std::int32_t type) {
     LumoApiMessage message;
@@ -47,6 +49,7 @@ class LUMOAPI_EXPORT LumoApiMessage {
   bool isSupportKiva() const noexcept { return isSupportKiva_; }
   void setIsSupportKiva(bool isSupportKiva) noexcept { isSupportKiva_ = isSupportKiva; }
 
+  /// The card.
   const std::shared_ptr<LumoApiKivaObject>& kivaObject() const noexcept { return kivaObject_; }
   void setKivaObject(std::shared_ptr<LumoApiKivaObject> kivaObject) noexcept {
     kivaObject_ = std::move(kivaObject);

@@ -34,6 +34,7 @@ class LUMOAPI_EXPORT LumoApiLaunchMiniProgramObject : public LumoApiObject {
 /// Made for a launch of the app from a mini-app inside the messenger.
 class LUMOAPI_EXPORT LumoApiMiniProgramLaunchObject : public LumoApiObject {
  public:
+  /// A new object with that parameter.
   static std::shared_ptr<LumoApiMiniProgramLaunchObject> newWithAppParameter(
       std::optional<std::string> appParameter);
 

@@ -5,6 +5,7 @@
 /// A social-feed post of pictures.
 class LUMOAPI_EXPORT LumoApiImageArrayForNimboObject : public LumoApiObject {
  public:
+  /// A new object with these fields.
   static std::shared_ptr<LumoApiImageArrayForNimboObject> objectWithimageDataArray(  // sic
       std::optional<std::vector<lumo::Data>> imageDataArray, std::optional<std::string> title,
       std::optional<lumo::Value> extMap);
@@ -34,9 +35,11 @@ class LUMOAPI_EXPORT LumoApiImageArrayForNimboObject : public LumoApiObject {
 /// A social-feed post of one video, by its asset URL on the device or as its bytes; one of both is required.
 class LUMOAPI_EXPORT LumoApiVideoForNimboObject : public LumoApiObject {
  public:
+  /// A new post of a video by its address on the device.
   static std::shared_ptr<LumoApiVideoForNimboObject> objectWithAssetURL(std::optional<std::string> assetURL,
                                                                         std::optional<std::string> title,
                                                                         std::optional<lumo::Value> extMap);
+  /// A new post of a video by its bytes.
   static std::shared_ptr<LumoApiVideoForNimboObject> objectWithVideoData(std::optional<lumo::Data> videoData,
                                                                          std::optional<std::string> title,
                                                                          std::optional<lumo::Value> extMap);

@@ -22,6 +22,7 @@ namespace lumo {
 /// compiled, so nothing looks for them again when a URL is written.
 class FixedWord {
  public:
+  /// A word, checked when the program is compiled.
   consteval FixedWord(const char* word) : text_(word) {
     for (const char c : text_) {
       const bool plain = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
@@ -29,7 +30,9 @@ class FixedWord {
       if (!plain) throw "not a word that a URL holds unescaped";
     }
   }
+  /// The word as a text.
   constexpr std::string_view text() const noexcept { return text_; }
+  /// The same.
   constexpr operator std::string_view() const noexcept { return text_; }
 
  private:
@@ -39,13 +42,18 @@ class FixedWord {
 /// A key of a launch URL's query: a word of the program's own, or a text of the caller's.
 class LUMOAPI_EXPORT QueryKey {
  public:
+  /// A word of the program's own.
   QueryKey(FixedWord word) noexcept : text_(Data::unowned(word.text())) {}
+  /// A text of the caller's, taken over.
   QueryKey(std::string text) : text_(std::move(text)) {}
+  /// A text of the caller's, copied.
   QueryKey(std::string_view text) : text_(Data::copy(text)) {}
+  /// The same.
   QueryKey(const char* text) : QueryKey(std::string_view(text)) {}
 
   /// Whether no character of it is ever escaped.
   bool isFixed() const noexcept { return !text_.isOwned(); }
+  /// The key as a text.
   explicit operator std::string_view() const noexcept { return text_.view(); }
 
  private:
@@ -56,14 +64,19 @@ class LUMOAPI_EXPORT QueryKey {
 /// is, so that a picture goes straight from its buffer into the URL.
 class LUMOAPI_EXPORT QueryValue {
  public:
+  /// A word of the program's own.
   QueryValue(FixedWord word) noexcept : bytes_(Data::unowned(word.text())), kind_(Kind::Fixed) {}
+  /// A text, percent-encoded in the URL.
   static QueryValue text(Data text) noexcept { return {Kind::Text, std::move(text)}; }
+  /// The same, taken over.
   static QueryValue text(std::string text) { return {Kind::Text, Data(std::move(text))}; }
   /// A number object, written as its decimal text; any other value is written as its own text, or as JSON.
   static QueryValue number(const Value& number);
   /// The base64 of the bytes.
   static QueryValue base64(Data bytes) noexcept { return {Kind::Base64, std::move(bytes)}; }
+  /// The base64 of the text.
   static QueryValue base64(std::string text) { return {Kind::Base64, Data(std::move(text))}; }
+  /// The base64 of bytes that lie in several buffers.
   static QueryValue base64(DataChain bytes);
 
   /// The value's text.
@@ -115,19 +128,23 @@ class LUMOAPI_EXPORT QueryValue {
 /// Keys are case-sensitive. Not to be used by several threads at once.
 class LUMOAPI_EXPORT LumoApiQueryDictionary {
  public:
+  /// What holds the entries.
   using Entries = lumo::Dictionary<lumo::QueryValue, lumo::QueryKey>;
 
   LumoApiQueryDictionary() noexcept = default;
+  /// The entries of these keys and texts.
   LumoApiQueryDictionary(std::initializer_list<std::pair<std::string_view, std::string_view>> texts) {
     for (const auto& [key, text] : texts) set(std::string(key), lumo::QueryValue::text(std::string(text)));
   }
 
+  /// Adds the entry, or replaces the value of the one with the same key.
   void set(lumo::QueryKey key, lumo::QueryValue value) { entries_.set(std::move(key), std::move(value)); }
   /// The same for a word of the program's own, which is put into its place at once.
   template <std::same_as<lumo::FixedWord> Word>
   void set(Word key, lumo::QueryValue value) {
     entries_.assign(key, std::move(value));
   }
+  /// The same for a key and a value that are both words of the program's own.
   template <std::same_as<lumo::FixedWord> Word>
   void set(Word key, lumo::FixedWord word) {
     entries_.assign(key, word);
@@ -136,6 +153,7 @@ class LUMOAPI_EXPORT LumoApiQueryDictionary {
 
   /// The value's text; null where the key is absent.
   std::optional<std::string> text(std::string_view key) const;
+  /// The value; null where the key is absent.
   const lumo::QueryValue* find(std::string_view key) const noexcept { return entries_.find(key); }
   bool contains(std::string_view key) const noexcept { return entries_.contains(key); }
 

@@ -5,6 +5,7 @@
 /// A plain text, sent inside the launch URL.
 class LUMOAPI_EXPORT LumoApiTextObject : public lumo::TaggedObject {
  public:
+  /// A new object with that text.
   static std::shared_ptr<LumoApiTextObject> objectWithText(std::optional<std::string> text);
 
   /// Required: 1 to 1536 UTF-16 code units.

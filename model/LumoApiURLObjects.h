@@ -7,6 +7,7 @@ namespace lumo {
 /// Offered by the link kinds that have a flash URL; the converter asks an object for this interface.
 class LUMOAPI_EXPORT OffersFlashURL {
  public:
+  /// The address of a player.
   virtual const std::optional<URL>& flashURL() const noexcept = 0;
 
  protected:
@@ -18,6 +19,7 @@ class LUMOAPI_EXPORT OffersFlashURL {
 /// A link. Objects of every class derived from this one are sent as links too.
 class LUMOAPI_EXPORT LumoApiURLObject : public lumo::TaggedObject {
  public:
+  /// A new link with these fields.
   static std::shared_ptr<LumoApiURLObject> objectWithURL(std::optional<lumo::URL> url,
                                                          std::optional<std::string> title,
                                                          std::optional<std::string> description,
@@ -66,6 +68,7 @@ class LUMOAPI_EXPORT LumoApiURLObject : public lumo::TaggedObject {
 class LUMOAPI_EXPORT LumoApiNewsObject : public LumoApiURLObject {
  public:
   LumoApiNewsObject() noexcept { setTargetContentType(3); }
+  /// A new link with these fields.
   static std::shared_ptr<LumoApiNewsObject> objectWithURL(std::optional<lumo::URL> url,
                                                           std::optional<std::string> title,
                                                           std::optional<std::string> description,
@@ -97,6 +100,7 @@ class LUMOAPI_EXPORT FlashLinkObject : public LumoApiURLObject, public OffersFla
 class LUMOAPI_EXPORT LumoApiAudioObject : public lumo::FlashLinkObject {
  public:
   LumoApiAudioObject() noexcept { setTargetContentType(1); }
+  /// A new link with these fields.
   static std::shared_ptr<LumoApiAudioObject> objectWithURL(std::optional<lumo::URL> url,
                                                            std::optional<std::string> title,
                                                            std::optional<std::string> description,
@@ -107,6 +111,7 @@ class LUMOAPI_EXPORT LumoApiAudioObject : public lumo::FlashLinkObject {
 class LUMOAPI_EXPORT LumoApiVideoObject : public lumo::FlashLinkObject {
  public:
   LumoApiVideoObject() noexcept { setTargetContentType(2); }
+  /// A new link with these fields.
   static std::shared_ptr<LumoApiVideoObject> objectWithURL(std::optional<lumo::URL> url,
                                                            std::optional<std::string> title,
                                                            std::optional<std::string> description,

@@ -14,6 +14,7 @@
 /// throw (a handler that does is taken to have claimed nothing, or to have built no message).
 class LUMOAPI_EXPORT LumoWebViewKit {
  public:
+  /// What the app does about such a URL.
   struct Handler {
     /// Whether the kit handles this URL itself.
     std::function<bool(const lumo::URL&)> claims;
@@ -21,9 +22,13 @@ class LUMOAPI_EXPORT LumoWebViewKit {
     std::function<std::optional<LumoApiMessage>(const lumo::URL&)> message;
   };
 
+  /// Registers the app's handler, in place of another one.
   static void setHandler(Handler handler);
+  /// Claims nothing from now on.
   static void removeHandler() noexcept;
 
+  /// Whether the handler claims the URL.
   static bool canHanleOpenUrlFromSafari(const lumo::URL& url) noexcept;  // sic
+  /// The message that the handler builds from the URL, or null.
   static std::optional<LumoApiMessage> messageWithSafariUrl(const lumo::URL& url) noexcept;
 };

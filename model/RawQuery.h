@@ -18,6 +18,7 @@ namespace lumo {
 class LUMOAPI_EXPORT RawQuery {
  public:
   RawQuery() noexcept = default;
+  /// The query of that text, which is shared.
   explicit RawQuery(Data text) noexcept;
 
   /// Whether there is no pair at all.

@@ -23,8 +23,10 @@ constexpr std::size_t base64EncodedSize(std::size_t size) noexcept {
 /// Writes the base64 text of the bytes, base64EncodedSize() characters, to `out`; gives the end of what it
 /// wrote.
 LUMOAPI_EXPORT char* base64Encode(std::span<const std::uint8_t> bytes, char* out) noexcept;
+/// The same for bytes that lie in several buffers.
 LUMOAPI_EXPORT char* base64Encode(const DataChain& bytes, char* out) noexcept;
 
+/// The base64 text of the bytes.
 LUMOAPI_EXPORT std::string base64Encoded(std::string_view bytes);
 
 /// The number of bytes that a base64 text of this form stands for; null where the length is not a multiple
@@ -38,6 +40,7 @@ LUMOAPI_EXPORT bool base64Decode(std::string_view text, std::uint8_t* out) noexc
 
 /// The decoded bytes, as Data or as a string; null where base64Decode() refuses the text.
 LUMOAPI_EXPORT std::optional<Data> base64DecodedData(std::string_view text);
+/// The same as a string.
 LUMOAPI_EXPORT std::optional<std::string> base64Decoded(std::string_view text);
 
 }  // namespace lumo

@@ -26,10 +26,12 @@ class LUMOAPI_EXPORT Data {
 
   Data(const Data&) noexcept = default;
   Data& operator=(const Data&) noexcept = default;
+  /// Takes the bytes of the other, which is then empty.
   Data(Data&& other) noexcept
       : owner_(std::move(other.owner_)),
         bytes_(std::exchange(other.bytes_, nullptr)),
         size_(std::exchange(other.size_, 0)) {}
+  /// The same.
   Data& operator=(Data&& other) noexcept {
     owner_ = std::move(other.owner_);
     bytes_ = std::exchange(other.bytes_, nullptr);
@@ -39,6 +41,7 @@ class LUMOAPI_EXPORT Data {
 
   /// Takes the bytes over without copying them.
   explicit Data(std::vector<std::uint8_t>&& bytes);
+  /// The same.
   explicit Data(std::string&& bytes);
 
   /// Shares `size` bytes at `bytes`, which stay valid and unchanged as long as `owner` lives.
@@ -47,6 +50,7 @@ class LUMOAPI_EXPORT Data {
 
   /// Copies the bytes.
   static Data copy(std::span<const std::uint8_t> bytes);
+  /// The same.
   static Data copy(std::string_view bytes);
 
   /// The bytes where they are: they must stay, unchanged, as long as this Data and its copies.
@@ -85,7 +89,9 @@ class LUMOAPI_EXPORT Data {
 
 /// A Data that is still being filled through `bytes`.
 struct DataBuffer {
+  /// The bytes, which nobody else may see yet.
   Data data;
+  /// Where they are written.
   std::uint8_t* bytes = nullptr;
 };
 
@@ -99,6 +105,7 @@ class LUMOAPI_EXPORT DataChain {
   void append(Data piece);
 
   std::size_t size() const noexcept;
+  /// The buffers, in order.
   const std::vector<Data>& pieces() const noexcept { return pieces_; }
 
   /// The same bytes in one buffer; copies nothing when they lie in one already.

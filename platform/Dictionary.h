@@ -23,13 +23,18 @@ LUMOAPI_EXPORT std::uint64_t seededHash(std::string_view key) noexcept;
 template <class T, class Key = std::string>
 class Dictionary {
  public:
+  /// A key and its value.
   struct Entry {
+    /// An entry made in place.
     template <class K, class V>
     Entry(K&& k, V&& v) : key(std::forward<K>(k)), value(std::forward<V>(v)) {}
+    /// The key.
     Key key;
+    /// Its value.
     T value;
     friend bool operator==(const Entry&, const Entry&) = default;
   };
+  /// Goes over the entries in their order.
   using const_iterator = typename std::vector<Entry>::const_iterator;
 
   Dictionary() noexcept = default;
@@ -49,13 +54,16 @@ class Dictionary {
     const std::size_t place = placeOf(key);
     return place == kNone ? nullptr : &entries_[place].value;
   }
+  /// Null where the key is absent; not to be called while another thread reads.
   T* find(std::string_view key) noexcept { return const_cast<T*>(std::as_const(*this).find(key)); }
   bool contains(std::string_view key) const noexcept { return placeOf(key) != kNone; }
 
   /// Adds the entry, or replaces the value of the one with the same key. Changes nothing where it throws.
   /// Key and value are made in place of what they are made from.
   void set(const Key& key, T value) { assign(key, std::move(value)); }
+  /// The same.
   void set(Key&& key, T&& value) { assign(std::move(key), std::move(value)); }
+  /// The same with anything that a key and a value can be made from.
   template <class K, class V>
   void assign(K&& key, V&& value) {
     const std::uint64_t bit = bitOf(std::string_view(key));

@@ -21,7 +21,9 @@ namespace lumo {
 /// a deeply nested value than for a flat one; destroying takes no memory either.
 class LUMOAPI_EXPORT Value {
  public:
+  /// What an array holds.
   using Array = std::vector<Value>;
+  /// What a dictionary holds.
   using Dictionary = lumo::Dictionary<Value>;
 
   /// Null.
@@ -31,14 +33,17 @@ class LUMOAPI_EXPORT Value {
   Value& operator=(const Value& other);
   Value& operator=(Value&& other) noexcept;
   ~Value();
+  /// Null.
   Value(std::nullptr_t) noexcept {}
 
+  /// A boolean.
   template <std::same_as<bool> T>
   Value(T value) noexcept : content_(value) {}
 
   /// Every integer keeps all its bits; a negative one may have 63 and a sign, another 64.
   template <std::signed_integral T>
   Value(T value) noexcept : content_(static_cast<std::int64_t>(value)) {}
+  /// The same.
   template <std::unsigned_integral T>
   requires(!std::same_as<T, bool>) Value(T value)
   noexcept {
@@ -49,28 +54,43 @@ class LUMOAPI_EXPORT Value {
     }
   }
 
+  /// A number that is no integer.
   Value(double value) noexcept : content_(value) {}
+  /// A text.
   Value(std::string value) noexcept : content_(std::move(value)) {}
+  /// The same.
   Value(std::string_view value) : content_(std::string(value)) {}
+  /// The same.
   Value(const char* value) : content_(std::string(value)) {}
+  /// Bytes.
   Value(Data value) noexcept : content_(std::move(value)) {}
+  /// An array.
   Value(Array value);
+  /// A dictionary.
   Value(Dictionary value);
 
+  /// Whether it is null.
   bool isNull() const noexcept { return std::holds_alternative<std::monostate>(content_); }
+  /// Whether it is a number of whatever kind.
   bool isNumber() const noexcept { return asInteger() || asUnsigned() || asDouble(); }
 
   // What the value holds, or a null pointer where it is of another kind. The pointers live as long as the
   // value.
+  /// A boolean.
   const bool* asBoolean() const noexcept { return std::get_if<bool>(&content_); }
   /// An integer that 64 signed bits hold.
   const std::int64_t* asInteger() const noexcept { return std::get_if<std::int64_t>(&content_); }
   /// An integer from 2^63 to 2^64 - 1; smaller ones are asInteger().
   const std::uint64_t* asUnsigned() const noexcept { return std::get_if<std::uint64_t>(&content_); }
+  /// A number that is no integer.
   const double* asDouble() const noexcept { return std::get_if<double>(&content_); }
+  /// A text.
   const std::string* asString() const noexcept { return std::get_if<std::string>(&content_); }
+  /// Bytes.
   const Data* asData() const noexcept { return std::get_if<Data>(&content_); }
+  /// An array.
   const Array* asArray() const noexcept;
+  /// A dictionary.
   const Dictionary* asDictionary() const noexcept;
 
   /// The same kind and content; dictionaries in whatever order, doubles as numbers (NaN equals nothing).

@@ -63,26 +63,44 @@ struct FixedParts {
   }
 };
 
+/// The length of a key and a value that may need escapes. Tells on the way whether the entry splits.
+[[gnu::noinline]] std::size_t escapedSize(const Entry& entry, bool& anySplits) noexcept {
+  const std::size_t key = entry.key.isFixed() ? keyOf(entry).size() : encodedSize(keyOf(entry));
+  const std::size_t value = entry.value.encodedSize();
+  anySplits = anySplits || splits(entry);
+  return key == kNotUTF8 || value == kNotUTF8 ? kNotUTF8 : key + value;
+}
+
 /// The length of the query with its "?". Tells on the way whether any entry splits.
 std::size_t encodedSize(const LumoApiQueryDictionary& query, bool& anySplits) noexcept {
   std::size_t total = query.size() * 2;  // the "?" or "&" before each pair and the "=" in it
   for (const Entry& entry : query) {
-    const std::size_t key = entry.key.isFixed() ? keyOf(entry).size() : encodedSize(keyOf(entry));
-    const std::size_t value = entry.value.encodedSize();
-    if (key == kNotUTF8 || value == kNotUTF8) return kNotUTF8;
-    total += key + value;
-    anySplits = anySplits || splits(entry);
+    if (entry.key.isFixed() && entry.value.isPlain()) {
+      total += keyOf(entry).size() + entry.value.encodedSize();
+    } else {
+      const std::size_t size = escapedSize(entry, anySplits);
+      if (size == kNotUTF8) return kNotUTF8;
+      total += size;
+    }
   }
   return total;
 }
 
-char* write(const Entry& entry, char separator, char* out) {
-  *out++ = separator;
+char* write(const Entry& entry, char* out) {
+  *out++ = '&';
   const std::string_view key = keyOf(entry);
   out = entry.key.isFixed() ? lumo::copyText(key, out)
                             : lumo::percentEncode(key, CharacterSet::QueryAllowed, out);
   *out++ = '=';
   return entry.value.encode(out);
+}
+
+/// Writes the entries that split, or those that do not.
+char* writeThose(bool splitting, const LumoApiQueryDictionary& query, char* out) {
+  for (const Entry& entry : query) {
+    if (splits(entry) == splitting) out = write(entry, out);
+  }
+  return out;
 }
 
 /// Sizes the whole text and writes it once into its one allocation; null where some text is not UTF-8.
@@ -92,17 +110,14 @@ std::optional<Data> written(const Parts& parts, const LumoApiQueryDictionary& qu
   const std::size_t size = parts.size(), querySize = encodedSize(query, anySplits);
   if (size == kNotUTF8 || querySize == kNotUTF8) return std::nullopt;
   lumo::DataBuffer text = Data::uninitialized(size + querySize);
-  char* out = parts.write(reinterpret_cast<char*>(text.bytes));
-  char separator = '?';
-  const auto writeThose = [&](bool splitting) {
-    for (const Entry& entry : query) {
-      if (anySplits && splits(entry) != splitting) continue;
-      out = write(entry, separator, out);
-      separator = '&';
-    }
-  };
-  if (anySplits) writeThose(true);
-  writeThose(false);
+  char* const begin = parts.write(reinterpret_cast<char*>(text.bytes));
+  if (anySplits) {
+    writeThose(false, query, writeThose(true, query, begin));
+  } else {
+    char* out = begin;
+    for (const Entry& entry : query) out = write(entry, out);
+  }
+  if (!query.empty()) *begin = '?';
   return std::move(text.data);
 }
 

@@ -13,12 +13,6 @@ void setBase64(LumoApiQueryDictionary& query, QueryKey key, Text text) {
   if (text && isValidUTF8(text->view())) query.set(std::move(key), QueryValue::base64(*std::move(text)));
 }
 
-void setTitles(LumoApiQueryDictionary& query, Text title, Text description, Text appName) {
-  setBase64(query, keys::kTitle, std::move(title));
-  setBase64(query, keys::kDescription, std::move(description));
-  setBase64(query, keys::kThirdAppDisplayName, std::move(appName));
-}
-
 namespace {
 
 /// Runs a change that memory may not suffice for; the entries made so far then stay.
@@ -50,7 +44,9 @@ void LumoApiMessageAndUrlConverter::setTitle(Text title, Text description, Text 
       store = LumoApiDatastore::instance().values();
       appName = store->appName;
     }
-    lumo::setTitles(queryItem, lumo::owned(title), lumo::owned(description), lumo::owned(appName));
+    lumo::setBase64(queryItem, lumo::keys::kTitle, lumo::owned(title));
+    lumo::setBase64(queryItem, lumo::keys::kDescription, lumo::owned(description));
+    lumo::setBase64(queryItem, lumo::keys::kThirdAppDisplayName, lumo::owned(appName));
   });
 }
 

@@ -17,6 +17,11 @@ std::string decimal(auto number) {
 
 }  // namespace
 
+QueryValue QueryValue::text(Data text) noexcept {
+  const Kind kind = isQueryValue(text.view()) ? Kind::Fixed : Kind::Text;
+  return {kind, std::move(text)};
+}
+
 QueryValue QueryValue::number(const Value& number) {
   const auto digits = [](std::string text) { return QueryValue(Kind::Fixed, Data(std::move(text))); };
   if (const auto* small = number.asInteger()) return digits(decimal(*small));

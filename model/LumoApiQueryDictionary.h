@@ -67,9 +67,9 @@ class LUMOAPI_EXPORT QueryValue {
   /// A word of the program's own.
   QueryValue(FixedWord word) noexcept : bytes_(Data::unowned(word.text())), kind_(Kind::Fixed) {}
   /// A text, percent-encoded in the URL.
-  static QueryValue text(Data text) noexcept { return {Kind::Text, std::move(text)}; }
+  static QueryValue text(Data text) noexcept;
   /// The same, taken over.
-  static QueryValue text(std::string text) { return {Kind::Text, Data(std::move(text))}; }
+  static QueryValue text(std::string text) { return QueryValue::text(Data(std::move(text))); }
   /// A number object, written as its decimal text; any other value is written as its own text, or as JSON.
   static QueryValue number(const Value& number);
   /// The base64 of the bytes.
@@ -97,6 +97,8 @@ class LUMOAPI_EXPORT QueryValue {
     return encodeOther(out);
   }
 
+  /// Whether its encodedSize() is at hand, and it holds no character that any URL escapes or splits at.
+  bool isPlain() const noexcept { return kind_ <= Kind::Base64; }
   /// Whether the value holds a character that reads as a separator where the URL is split again.
   bool hasAmpersand() const noexcept {
     return kind_ == Kind::Text && bytes_.view().find('&') != std::string_view::npos;
@@ -104,9 +106,9 @@ class LUMOAPI_EXPORT QueryValue {
 
  private:
   enum class Kind : unsigned char {
-    Fixed,   // needs no escaping
-    Text,    // percent-encoded
+    Fixed,   // stands in the URL as it is, and holds no "&"
     Base64,  // of bytes_
+    Text,    // percent-encoded
     Chain,   // base64 of the DataChain that bytes_ owns and points to
   };
 

@@ -31,7 +31,11 @@ std::size_t paddingSize(std::string_view text) noexcept {
 
 char* base64Encode(std::span<const std::uint8_t> bytes, char* out) noexcept {
   const std::size_t whole = bytes.size() - bytes.size() % 3;
-  return encodeRest(bytes.subspan(whole), kernels::best().encodeBase64(bytes.first(whole), out));
+  // A vector unit takes longer to begin than a few groups need.
+  constexpr std::size_t kWorthwhile = 12;
+  out = whole < kWorthwhile ? kernels::plain::encodeBase64(bytes.first(whole), out)
+                            : kernels::best().encodeBase64(bytes.first(whole), out);
+  return encodeRest(bytes.subspan(whole), out);
 }
 
 char* base64Encode(const DataChain& bytes, char* out) noexcept {

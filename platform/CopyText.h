@@ -6,6 +6,16 @@
 
 namespace lumo {
 
+/// Copies a text that is at least as long as the part and no longer than two of them.
+template <std::size_t kPart>
+void copyEnds(const char* from, std::size_t size, char* out) noexcept {
+  char head[kPart], tail[kPart];
+  std::memcpy(head, from, kPart);
+  std::memcpy(tail, from + size - kPart, kPart);
+  std::memcpy(out, head, kPart);
+  std::memcpy(out + size - kPart, tail, kPart);
+}
+
 /// Copies the text to `out`, which must not overlap it; gives the end of the copy.
 ///
 /// The keys and fixed words of a URL have a handful of characters: two overlapping moves copy those in less
@@ -16,19 +26,13 @@ inline char* copyText(std::string_view text, char* out) noexcept {
   if (size > 16) {
     std::memcpy(out, from, size);
   } else if (size >= 8) {
-    char head[8], tail[8];
-    std::memcpy(head, from, 8);
-    std::memcpy(tail, from + size - 8, 8);
-    std::memcpy(out, head, 8);
-    std::memcpy(out + size - 8, tail, 8);
+    copyEnds<8>(from, size, out);
   } else if (size >= 4) {
-    char head[4], tail[4];
-    std::memcpy(head, from, 4);
-    std::memcpy(tail, from + size - 4, 4);
-    std::memcpy(out, head, 4);
-    std::memcpy(out + size - 4, tail, 4);
-  } else {
-    for (std::size_t i = 0; i < size; ++i) out[i] = from[i];
+    copyEnds<4>(from, size, out);
+  } else if (size >= 2) {
+    copyEnds<2>(from, size, out);
+  } else if (size == 1) {
+    *out = *from;
   }
   return out + size;
 }

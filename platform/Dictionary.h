@@ -67,16 +67,13 @@ class Dictionary {
   template <class K, class V>
   void assign(K&& key, V&& value) {
     const std::uint64_t bit = bitOf(std::string_view(key));
-    if (seen_ & bit) {
-      if (T* present = find(std::string_view(key))) {
-        *present = T(std::forward<V>(value));
-        return;
-      }
+    const bool isNew = (seen_ & bit) == 0;
+    if (isNew && entries_.size() < kIndexedFrom && entries_.size() != entries_.capacity()) [[likely]] {
+      entries_.emplace_back(std::forward<K>(key), std::forward<V>(value));
+      seen_ |= bit;
+    } else {
+      assignWithCare(std::forward<K>(key), std::forward<V>(value));
     }
-    if (entries_.size() >= kIndexedFrom) makeRoomInIndex(entries_.size() + 1);
-    entries_.emplace_back(std::forward<K>(key), std::forward<V>(value));
-    seen_ |= bit;
-    if (!index_.empty()) addToIndex(entries_.size() - 1);
   }
 
   /// The same keys with equal values, in whatever order.
@@ -98,8 +95,8 @@ class Dictionary {
   static std::uint64_t bitOf(std::string_view key) noexcept {
     if (key.empty()) return 1;
     const unsigned mixed = static_cast<unsigned char>(key.front()) +
-                           5u * static_cast<unsigned char>(key.back()) +
-                           11u * static_cast<unsigned>(key.size());
+                           2u * static_cast<unsigned char>(key[key.size() * 3 / 4]) +
+                           3u * static_cast<unsigned>(key.size());
     return std::uint64_t{1} << (mixed % 64);
   }
 
@@ -117,6 +114,20 @@ class Dictionary {
       if (std::string_view(entries_[place].key) == key) return place;
     }
     return kNone;
+  }
+
+  /// For what may be present, and for what may need room.
+  template <class K, class V>
+  [[gnu::noinline]] void assignWithCare(K&& key, V&& value) {
+    if (T* present = find(std::string_view(key))) {
+      *present = T(std::forward<V>(value));
+      return;
+    }
+    if (entries_.size() >= kIndexedFrom) makeRoomInIndex(entries_.size() + 1);
+    const std::uint64_t bit = bitOf(std::string_view(key));
+    entries_.emplace_back(std::forward<K>(key), std::forward<V>(value));
+    seen_ |= bit;
+    if (!index_.empty()) addToIndex(entries_.size() - 1);
   }
 
   /// Open addressing at most half full; a slot holds a place plus one, 0 when free.

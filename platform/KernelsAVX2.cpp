@@ -125,20 +125,29 @@ __m256i digitsOf(__m256i groups) noexcept {
   return first | second;
 }
 
+// The text of twelve bytes at the beginning of each half.
+__m256i textOf(__m256i halves) noexcept {
+  const __m256i digits = digitsOf(_mm256_shuffle_epi8(halves, AVX2::table(kGroups)));
+  const __m256i isUpper = _mm256_cmpgt_epi8(AVX2::fill(26), digits);
+  const __m256i entry = AVX2::minus(digits, AVX2::fill(51)) | (isUpper & AVX2::fill(13));
+  return _mm256_add_epi8(digits, AVX2::lookUp(AVX2::table(kToCharacter), entry));
+}
+
 char* encodeBase64(std::span<const std::uint8_t> bytes, char* out) noexcept {
-  constexpr std::size_t kStep = 24, kRead = 28;  // the second load reads four bytes too many
-  const __m256i shuffle = AVX2::table(kGroups), toCharacter = AVX2::table(kToCharacter);
-  std::size_t at = 0;
-  for (; bytes.size() - at >= kRead; at += kStep, out += AVX2::kSize) {
-    const std::uint8_t* from = bytes.data() + at;
+  constexpr std::ptrdiff_t kHalf = 12, kRead = 28;  // the second load reads four bytes too many
+  const std::uint8_t *from = bytes.data(), *end = from + bytes.size();
+  for (; end - from >= kRead; from += 2 * kHalf, out += AVX2::kSize) {
     const __m256i halves =
-        _mm256_inserti128_si256(_mm256_castsi128_si256(load16(from)), load16(from + 12), 1);
-    const __m256i digits = digitsOf(_mm256_shuffle_epi8(halves, shuffle));
-    const __m256i isUpper = _mm256_cmpgt_epi8(AVX2::fill(26), digits);
-    const __m256i entry = AVX2::minus(digits, AVX2::fill(51)) | (isUpper & AVX2::fill(13));
-    AVX2::store(_mm256_add_epi8(digits, AVX2::lookUp(toCharacter, entry)), out);
+        _mm256_inserti128_si256(_mm256_castsi128_si256(load16(from)), load16(from + kHalf), 1);
+    AVX2::store(textOf(halves), out);
   }
-  return kPlain.encodeBase64(bytes.subspan(at), out);
+  for (; end - from >= kHalf; from += kHalf, out += sizeof(__m128i)) {
+    const __m128i half =
+        _mm_maskload_epi32(reinterpret_cast<const int*>(from), _mm_setr_epi32(-1, -1, -1, 0));
+    const __m256i text = textOf(_mm256_castsi128_si256(half));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(out), _mm256_castsi256_si128(text));
+  }
+  return from == end ? out : kPlain.encodeBase64({from, end}, out);
 }
 
 // What to add to a base64 character for its value, by its upper nibble; "/" has entry 1 to itself.

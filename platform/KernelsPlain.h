@@ -28,8 +28,9 @@ inline constexpr auto kDigits = [] {
 }();
 
 inline char* encodeBase64(std::span<const std::uint8_t> bytes, char* out) noexcept {
-  for (std::size_t at = 0; at < bytes.size(); at += 3, out += 4) {
-    const unsigned group = unsigned{bytes[at]} << 16 | unsigned{bytes[at + 1]} << 8 | unsigned{bytes[at + 2]};
+  for (const std::uint8_t *from = bytes.data(), *end = from + bytes.size(); from != end;
+       from += 3, out += 4) {
+    const unsigned group = unsigned{from[0]} << 16 | unsigned{from[1]} << 8 | unsigned{from[2]};
     out[0] = kBase64Alphabet[group >> 18];
     out[1] = kBase64Alphabet[group >> 12 & 63];
     out[2] = kBase64Alphabet[group >> 6 & 63];
@@ -88,8 +89,36 @@ inline std::size_t characterLength(std::string_view text) noexcept {
   return isContinuation(text, 3) ? 4 : 0;
 }
 
+inline constexpr std::uint64_t kHighBits = 0x8080808080808080;
+
+/// Texts up to this length are done before a vector unit has begun.
+inline constexpr std::size_t kShort = 16;
+
+/// Up to eight bytes, in any order, some of them perhaps twice; zero bits beside them.
+inline std::uint64_t wordOf(std::string_view text) noexcept {
+  const std::size_t size = text.size();
+  if (size >= 4) {
+    std::uint32_t head = 0, tail = 0;
+    std::memcpy(&head, text.data(), sizeof head);
+    std::memcpy(&tail, text.data() + size - sizeof tail, sizeof tail);
+    return head | std::uint64_t{tail} << 32;
+  }
+  if (size == 0) return 0;
+  return std::uint64_t{byteAt(text, 0)} | std::uint64_t{byteAt(text, size / 2)} << 8 |
+         std::uint64_t{byteAt(text, size - 1)} << 16;
+}
+
+/// Whether the text is short and all of it ASCII, as most texts of a message are.
+inline bool isShortASCII(std::string_view text) noexcept {
+  if (text.size() > kShort) return false;
+  if (text.size() <= 8) return (wordOf(text) & kHighBits) == 0;
+  std::uint64_t head = 0, tail = 0;
+  std::memcpy(&head, text.data(), sizeof head);
+  std::memcpy(&tail, text.data() + text.size() - sizeof tail, sizeof tail);
+  return ((head | tail) & kHighBits) == 0;
+}
+
 inline std::size_t asciiRun(std::string_view text) noexcept {
-  constexpr std::uint64_t kHighBits = 0x8080808080808080;
   std::size_t at = 0;
   for (std::uint64_t word = 0; text.size() - at >= sizeof word; at += sizeof word) {
     std::memcpy(&word, text.data() + at, sizeof word);
@@ -130,6 +159,13 @@ inline std::size_t count(std::string_view text, const ASCIISet& set) noexcept {
   std::size_t found = 0;
   for (const char c : text) found += set.contains(c);
   return found;
+}
+
+inline bool consistsOf(std::string_view text, const ASCIISet& set) noexcept {
+  for (const char c : text) {
+    if (!set.contains(c)) return false;
+  }
+  return true;
 }
 
 char* escape(std::string_view text, const ASCIISet& kept, char* out) noexcept;

@@ -1,7 +1,7 @@
 #include "platform/PercentEncoding.h"
 
 #include "platform/AlphanumericRanges.h"
-#include "platform/Kernels.h"
+#include "platform/KernelsPlain.h"
 #include "platform/Text.h"
 
 #include <algorithm>
@@ -15,9 +15,15 @@ using kernels::ASCIISet;
 
 constexpr ASCIISet kAlphanumeric("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789");
 
-constexpr ASCIISet kQueryAllowed = [] {
+constexpr ASCIISet kValueAllowed = [] {
   ASCIISet set = kAlphanumeric;
-  for (const char c : std::string_view("-._~!$&'()*+,;=:@/?")) set.add(c);
+  for (const char c : std::string_view("-._~!$'()*+,;=:@/?")) set.add(c);
+  return set;
+}();
+
+constexpr ASCIISet kQueryAllowed = [] {
+  ASCIISet set = kValueAllowed;
+  set.add('&');
   return set;
 }();
 
@@ -87,6 +93,11 @@ unsigned hexadecimalValue(char digit) noexcept {
 }
 
 }  // namespace
+
+bool isQueryValue(std::string_view text) noexcept {
+  if (text.size() <= kernels::plain::kShort) return kernels::plain::consistsOf(text, kValueAllowed);
+  return kernels::best().count(text, kValueAllowed) == text.size();
+}
 
 std::optional<std::size_t> percentEncodedSize(std::string_view text, CharacterSet kept) noexcept {
   std::size_t size = 0;

@@ -18,6 +18,10 @@ enum class CharacterSet : std::uint8_t {
   ASCII,
 };
 
+/// Whether the text stands in a query as it is, for one value: no character of it is escaped there, and none
+/// is an "&".
+bool isQueryValue(std::string_view text) noexcept;
+
 /// The length of the percent-encoded text; null where the text is not valid UTF-8.
 std::optional<std::size_t> percentEncodedSize(std::string_view text, CharacterSet kept) noexcept;
 

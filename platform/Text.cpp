@@ -26,10 +26,11 @@ std::size_t utf16LengthOfAnyText(std::string_view text) noexcept {
 }  // namespace
 
 bool isValidUTF8(std::string_view text) noexcept {
-  return kernels::best().utf16Length(text) != kernels::kNotUTF8;
+  return plain::isShortASCII(text) || kernels::best().utf16Length(text) != kernels::kNotUTF8;
 }
 
 std::size_t utf16Length(std::string_view text) noexcept {
+  if (plain::isShortASCII(text)) return text.size();
   const std::size_t units = kernels::best().utf16Length(text);
   return units != kernels::kNotUTF8 ? units : utf16LengthOfAnyText(text);
 }

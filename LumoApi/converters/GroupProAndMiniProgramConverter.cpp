@@ -37,7 +37,7 @@ Result<URL> urlWithApiLaunchMiniProgramObject(const LumoApiLaunchMiniProgramObje
   query.set(keys::kSourceType, "app");
   query.set(keys::kCallbackType, "scheme");
   query.set(keys::kMiniAppId, QueryValue::text(Data::unowned(*object.miniAppID())));
-  setBase64(query, keys::kMiniPath, unowned(object.miniPath()));
+  setUnownedBase64(query, keys::kMiniPath, object.miniPath());
   query.set(keys::kMiniType, QueryValue::number(Value(object.miniprogramType())));
   query.set(keys::kVersion, "1");
   setIdentifiers(query, conversion);

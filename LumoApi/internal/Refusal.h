@@ -14,7 +14,7 @@ namespace lumo {
 template <class T>
 class Result {
  public:
-  Result(T value) : content_(std::move(value)) {}
+  Result(T&& value) : content_(std::move(value)) {}
   Result(LumoApiRefusal refusal) noexcept : content_(refusal) {}
 
   explicit operator bool() const noexcept { return content_.index() == 0; }

@@ -56,21 +56,26 @@ Check setTagNameAndMessageExt(LumoApiQueryDictionary& query, const TaggedObject&
     if (exceeds(*tagName, limits::kTagName)) {
       return tooLarge("tagName", *tagName, limits::kTagName, "param error: tag name data is too big");
     }
-    setBase64(query, keys::kTagName, unowned(tagName));
+    setUnownedBase64(query, keys::kTagName, tagName);
   }
   if (const auto& messageExt = object.messageExt()) {
     if (exceeds(*messageExt, limits::kMessageExt)) {
       return tooLarge("messageExt", *messageExt, limits::kMessageExt,
                       "param error: message ext data is too big");
     }
-    setBase64(query, keys::kMessageExt, unowned(messageExt));
+    setUnownedBase64(query, keys::kMessageExt, messageExt);
   }
   return std::nullopt;
 }
 
 void setTitles(LumoApiQueryDictionary& query, const LumoApiObject& object, const Conversion& conversion) {
-  setTitles(query, unowned(object.title()), unowned(object.description()),
-            unowned(conversion.store->appName));
+  setUnownedBase64(query, keys::kTitle, object.title());
+  setUnownedBase64(query, keys::kDescription, object.description());
+  setUnownedBase64(query, keys::kThirdAppDisplayName, conversion.store->appName);
+}
+
+void setUnownedBase64(LumoApiQueryDictionary& query, FixedWord key, const std::optional<std::string>& text) {
+  if (text && isValidUTF8(*text)) query.set(key, QueryValue::base64(Data::unowned(*text)));
 }
 
 void setURL(LumoApiQueryDictionary& query, QueryKey key, const std::optional<URL>& url) {

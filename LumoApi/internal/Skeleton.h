@@ -103,6 +103,9 @@ void setStoreText(LumoApiQueryDictionary& query, FixedWord key, const StoreValue
 /// The key with the base64 of the text; nothing where the text is null or not UTF-8.
 void setBase64(LumoApiQueryDictionary& query, QueryKey key, Text text);
 
+/// The same for a text of the object's or the store's, which outlives the query and is not copied.
+void setUnownedBase64(LumoApiQueryDictionary& query, FixedWord key, const std::optional<std::string>& text);
+
 /// The key with the base64 of the URL's text; nothing where there is none. The text is not copied.
 void setURL(LumoApiQueryDictionary& query, QueryKey key, const std::optional<URL>& url);
 
@@ -116,9 +119,6 @@ const std::optional<std::string>* kivaDataOf(const Conversion& conversion) noexc
 /// The record of the parts, perhaps empty.
 std::shared_ptr<LumoApiLargeData> largeData(const LargeDataParts& parts);
 
-/// The title, description and display name steps, for callers without an object. `appName` may be null.
-void setTitles(LumoApiQueryDictionary& query, Text title, Text description, Text appName);
-
 /// The common keys.
 void setCommonKeys(LumoApiQueryDictionary& query, std::int32_t type, const StoreValues& store);
 
@@ -131,7 +131,7 @@ Result<URL> converted(Conversion& conversion, const Convert& convert) noexcept {
     Result<URL> url = convert(conversion);
     if (url && conversion.staged &&
         !LumoApiDatastore::instance().setApiLargeData(std::move(conversion.staged))) {
-      return refused(LumoApiRefusal::Code::PasteboardFailed, "apiLargeData", kSilent);
+      url = refused(LumoApiRefusal::Code::PasteboardFailed, "apiLargeData", kSilent);
     }
     return url;
   });

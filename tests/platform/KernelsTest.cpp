@@ -1,4 +1,7 @@
+#include "platform/Base64.h"
 #include "platform/Kernels.h"
+#include "platform/PercentEncoding.h"
+#include "platform/Text.h"
 
 #include <gtest/gtest.h>
 
@@ -56,6 +59,9 @@ void agree(std::string_view text, std::size_t offset) {
   block.insert(block.end(), text.begin(), text.end());
   block.shrink_to_fit();
   text = {block.data() + offset, text.size()};
+  ASSERT_EQ(isValidUTF8(text), kPlain.utf16Length(text) != kNotUTF8);
+  ASSERT_EQ(isQueryValue(text), kPlain.count(text, kSets[0]) == text.size() && text.find('&') == text.npos);
+  ASSERT_TRUE(base64Encoded(text).starts_with(encoded(kPlain, text)));
   for (const Kernels* kernels : available().subspan(1)) {
     SCOPED_TRACE(std::string(kernels->name) + ", " + std::to_string(offset) + ": " +
                  testing::PrintToString(text.substr(0, 400)));

@@ -83,14 +83,5 @@ TEST(JSONTest, Styles) {
   EXPECT_EQ(writeJSON(value, {.indent = 2}), "{\n  \"a\\/\": [\n    1,\n    {}\n  ],\n  \"b\": []\n}");
 }
 
-TEST(JSONTest, ManyKeysKeepTheirOrder) {
-  std::string text = "{\"k0\":-1";
-  for (int key = 0; key < 65'536; ++key) text += ",\"k" + std::to_string(key) + "\":" + std::to_string(key);
-  const Value value = parseJSON(text + "}").value();
-  ASSERT_EQ(value.asDictionary()->size(), 65'536u);
-  EXPECT_EQ(value.asDictionary()->begin()->key, "k0");
-  EXPECT_EQ(value.asDictionary()->begin()->value, Value(0));
-}
-
 }  // namespace
 }  // namespace lumo

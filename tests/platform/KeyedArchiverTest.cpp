@@ -255,6 +255,9 @@ TEST(KeyedArchiverTest, RefusesWhatIsNoArchiveOfItsKinds) {
     return archiveOf(root, {text("key"), array({}), uids({5})});
   };
   const Data good = archived(array({5}));
+  // So many that the marker of the first object, which follows the list of all, would pass for a reference.
+  std::vector<Object> texts;
+  for (int i = 0; i < 90; ++i) texts.push_back(text(std::to_string(i)));
   ASSERT_TRUE(unarchivedValue(good));
   const Data kCases[] = {with(good, "NSKeyedArchiver", "NSKeyedArchives"),
       with(good, "\x12\x00\x01\x86\xA0"sv, "\x12\x00\x01\x86\xA1"sv), with(good, "$top", "$tip"),
@@ -264,7 +267,7 @@ TEST(KeyedArchiverTest, RefusesWhatIsNoArchiveOfItsKinds) {
       instanceOf("NSArray", "NS.objects", list({text("text")})), instanceOf("NSArray", "NS.keys", uids({})),
       instanceOf("NSString", "NS.string", kBytes), instanceOf("NSData", "NS.data", text("text")),
       instanceOf("NSDate", "NS.time", text("text")), archived(array({0})), archived(array({8})),
-      archived(array({7})), archived(array({1})),
+      archived(array({7})), archiveOf(array({95}), texts), archived(array({1})),
       archived(record({{"NS.objects", uids({})}, {"$class", uid(8)}})), archived(text("$null")),
       archived(dictionary({5, 5}, {5})), archived(dictionary({6}, {5})),
       archiveOf(array({5}), {array({6}), dictionary({7}, {1}), text("key")}),

@@ -86,7 +86,7 @@ std::size_t encodedSize(const LumoApiQueryDictionary& query, bool& anySplits) no
   return total;
 }
 
-char* write(const Entry& entry, char* out) {
+char* write(const Entry& entry, char* out) noexcept {
   *out++ = '&';
   const std::string_view key = keyOf(entry);
   out = entry.key.isFixed() ? lumo::copyText(key, out)
@@ -95,10 +95,12 @@ char* write(const Entry& entry, char* out) {
   return entry.value.encode(out);
 }
 
-/// Writes the entries that split, or those that do not.
-char* writeThose(bool splitting, const LumoApiQueryDictionary& query, char* out) {
+enum class Which { All, Splitting, Others };
+
+char* write(Which which, const LumoApiQueryDictionary& query, char* out) noexcept {
   for (const Entry& entry : query) {
-    if (splits(entry) == splitting) out = write(entry, out);
+    if (which != Which::All && splits(entry) != (which == Which::Splitting)) continue;
+    out = write(entry, out);
   }
   return out;
 }
@@ -112,10 +114,9 @@ std::optional<Data> written(const Parts& parts, const LumoApiQueryDictionary& qu
   lumo::DataBuffer text = Data::uninitialized(size + querySize);
   char* const begin = parts.write(reinterpret_cast<char*>(text.bytes));
   if (anySplits) {
-    writeThose(false, query, writeThose(true, query, begin));
+    write(Which::Others, query, write(Which::Splitting, query, begin));
   } else {
-    char* out = begin;
-    for (const Entry& entry : query) out = write(entry, out);
+    write(Which::All, query, begin);
   }
   if (!query.empty()) *begin = '?';
   return std::move(text.data);

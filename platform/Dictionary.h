@@ -63,9 +63,10 @@ class Dictionary {
   void set(const Key& key, T value) { assign(key, std::move(value)); }
   /// The same.
   void set(Key&& key, T&& value) { assign(std::move(key), std::move(value)); }
-  /// The same with anything that a key and a value can be made from.
+  /// The same with anything that a key and a value can be made from. Flattened, for nothing of the vector's
+  /// growing is left where room is known to be there.
   template <class K, class V>
-  void assign(K&& key, V&& value) {
+  [[gnu::flatten]] void assign(K&& key, V&& value) {
     const std::uint64_t bit = bitOf(std::string_view(key));
     const bool isNew = (seen_ & bit) == 0;
     if (isNew && entries_.size() < kIndexedFrom && entries_.size() != entries_.capacity()) [[likely]] {

@@ -22,23 +22,24 @@ namespace lumo::kernels {
 
 namespace {
 
-// Three tables of 32 bytes that spread 32 digits over their escapes, in the place `offset` of each "%HL"; an
-// index with the topmost bit gives 0. A lookup sees 16 of the digits.
-constexpr auto spread(std::size_t offset) noexcept {
-  std::array<std::uint8_t, 96> indexes{};
-  indexes.fill(0x80);
-  for (std::size_t i = 0; i < 32; ++i) indexes[3 * i + offset] = static_cast<std::uint8_t>(i % 16);
-  return indexes;
+// A third of the 48 characters that 16 bytes become when each is escaped.
+struct Third {
+  Table percents;  // "%" where one stands, 0 elsewhere
+  Table digits;    // which of the 16 digits of eight bytes stands there; the topmost bit gives 0
+};
+
+// The third whose digits are taken from those of eight bytes, the first of which is given.
+constexpr Third third(std::size_t which, std::size_t firstByte) noexcept {
+  Third made{};
+  for (std::size_t i = 0; i < 16; ++i) {
+    const std::size_t byte = (16 * which + i) / 3, place = (16 * which + i) % 3;
+    made.percents[i] = place == 0 ? '%' : 0;
+    made.digits[i] = static_cast<std::uint8_t>(place == 0 ? 0x80 : 2 * (byte - firstByte) + place - 1);
+  }
+  return made;
 }
 
-constexpr auto kSpreadHigh = spread(1);
-constexpr auto kSpreadLow = spread(2);
-
-constexpr auto kPercents = [] {
-  std::array<std::uint8_t, 96> bytes{};
-  for (std::size_t i = 0; i < bytes.size(); i += 3) bytes[i] = '%';
-  return bytes;
-}();
+constexpr Third kFirstThird = third(0, 0), kMiddleThird = third(1, 4), kLastThird = third(2, 8);
 
 __m128i load16(const void* at) noexcept { return _mm_loadu_si128(static_cast<const __m128i*>(at)); }
 
@@ -75,6 +76,7 @@ struct AVX2 {
   static Bits equal(Bytes bytes, std::uint8_t byte) noexcept {
     return topBits(_mm256_cmpeq_epi8(bytes, fill(byte)));
   }
+  static Bits beyondASCII(Bytes bytes) noexcept { return topBits(bytes); }
   static Bits continuations(Bytes bytes) noexcept { return topBits(_mm256_cmpgt_epi8(fill(0xC0), bytes)); }
   static Bits atLeast(Bytes bytes, std::uint8_t least) noexcept {
     return topBits(_mm256_cmpeq_epi8(_mm256_max_epu8(bytes, fill(least)), bytes));
@@ -83,17 +85,19 @@ struct AVX2 {
   static void escapeAll(Bytes bytes, char* out) noexcept {
     const Bytes digits = table(kUpperDigits);
     const Bytes highs = lookUp(digits, high(bytes)), lows = lookUp(digits, low(bytes));
-    // A third of the result stands for the lower 16 bytes, the next for both, the last for the upper.
-    escapeThird(0, _mm256_permute2x128_si256(highs, highs, 0x00), _mm256_permute2x128_si256(lows, lows, 0x00),
-                out);
-    escapeThird(32, highs, lows, out);
-    escapeThird(64, _mm256_permute2x128_si256(highs, highs, 0x11),
-                _mm256_permute2x128_si256(lows, lows, 0x11), out);
+    // The digits of the first eight bytes of each half, of the last eight, and of those in between.
+    const Bytes first = _mm256_unpacklo_epi8(highs, lows), last = _mm256_unpackhi_epi8(highs, lows);
+    const Bytes middle = _mm256_alignr_epi8(last, first, 8);
+    const Bytes a = textOf(kFirstThird, first), b = textOf(kMiddleThird, middle),
+                c = textOf(kLastThird, last);
+    store(_mm256_permute2x128_si256(a, b, 0x20), out);
+    store(_mm256_blend_epi32(c, a, 0xF0), out + 32);
+    store(_mm256_permute2x128_si256(b, c, 0x31), out + 64);
   }
 
-  static void escapeThird(std::size_t at, Bytes highs, Bytes lows, char* out) noexcept {
-    store(load(&kPercents[at]) | lookUp(highs, load(&kSpreadHigh[at])) | lookUp(lows, load(&kSpreadLow[at])),
-          out + at);
+  // That third of the text of each half.
+  static Bytes textOf(const Third& third, Bytes digits) noexcept {
+    return table(third.percents) | lookUp(digits, table(third.digits));
   }
 
   using Edge = BufferedEdge<AVX2>;

@@ -72,6 +72,7 @@ struct AVX512 {
   static Bits equal(Bytes bytes, std::uint8_t byte) noexcept {
     return _mm512_cmpeq_epi8_mask(bytes, fill(byte));
   }
+  static Bits beyondASCII(Bytes bytes) noexcept { return _mm512_movepi8_mask(bytes); }
   static Bits continuations(Bytes bytes) noexcept { return _mm512_cmplt_epi8_mask(bytes, fill(0xC0)); }
   static Bits atLeast(Bytes bytes, std::uint8_t least) noexcept {
     return _mm512_cmpge_epu8_mask(bytes, fill(least));

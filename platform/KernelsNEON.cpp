@@ -44,6 +44,7 @@ struct NEON {
   }
   static Bits meet(Bytes a, Bytes b) noexcept { return bitsOf(vtstq_u8(a, b)); }
   static Bits equal(Bytes bytes, std::uint8_t byte) noexcept { return bitsOf(vceqq_u8(bytes, fill(byte))); }
+  static Bits beyondASCII(Bytes bytes) noexcept { return atLeast(bytes, 0x80); }
   static Bits continuations(Bytes bytes) noexcept {
     return bitsOf(vcltq_s8(vreinterpretq_s8_u8(bytes), vdupq_n_s8(-64)));
   }

@@ -11,7 +11,7 @@
 // - load(), loadPart() with zeros after the part, store(), fill() with one byte, repeat a table();
 // - lookUp() indexes below 16 in a table, and by row() the lower nibbles of ASCII characters;
 // - take the low() and high() nibbles, and the differences of minus(), which stop at 0;
-// - say where bytes meet() in a bit, are equal(), atLeast() as large or UTF-8 continuations();
+// - say where bytes meet() in a bit, are equal(), atLeast() as large, beyondASCII() or UTF-8 continuations();
 // - escapeAll() bytes, and load the Edge of a text as BufferedEdge does.
 //
 // Each source includes this header after telling its compiler which instructions to use. Hence all here are
@@ -95,7 +95,7 @@ typename U::Bytes loadUpTo(std::string_view text) noexcept {
 
 template <class U>
 bool isASCII(typename U::Bytes bytes) noexcept {
-  return U::atLeast(bytes, 0x80) == 0;
+  return U::beyondASCII(bytes) == 0;
 }
 
 // The block at a place of a text, and those up to three bytes before it, with NUL characters around the text.
@@ -222,25 +222,38 @@ std::size_t count(std::string_view text, const ASCIISet& set) noexcept {
   return set.contains('\0') ? found - (at + U::kSize - text.size()) : found;
 }
 
+// Escapes the blocks that the text begins with, as long as they have no ASCII character; gives their size.
+template <class U>
+std::size_t escapeBeyondASCII(std::string_view text, char* out) noexcept {
+  std::size_t at = 0;
+  for (; text.size() - at >= U::kSize; at += U::kSize) {
+    const auto bytes = U::load(text.data() + at);
+    if (U::beyondASCII(bytes) != allOnes<U>()) break;
+    U::escapeAll(bytes, out + 3 * at);
+  }
+  return at;
+}
+
 template <class U>
 char* escape(std::string_view text, const ASCIISet& kept, char* out) noexcept {
   const auto rows = U::table(kept.rows);
-  std::size_t at = 0;
-  for (; text.size() - at >= U::kSize + 3; at += U::kSize) {
-    const std::string_view block = text.substr(at, U::kSize);
-    const auto bytes = U::load(block.data());
+  while (text.size() >= U::kSize + 3) {
+    const auto bytes = U::load(text.data());
     const typename U::Bits found = inSet<U>(bytes, rows);
+    std::size_t size = U::kSize;
     if (found == allOnes<U>()) {
       U::store(bytes, out);
-      out += U::kSize;
-    } else if (found == 0) {
-      U::escapeAll(bytes, out);
-      out += 3 * U::kSize;
+      out += size;
+    } else if (found != 0) {
+      out = escapeFollowed(text.substr(0, size), kept, out);
     } else {
-      out = escapeFollowed(block, kept, out);
+      U::escapeAll(bytes, out);
+      size += escapeBeyondASCII<U>(text.substr(size), out + 3 * size);
+      out += 3 * size;
     }
+    text.remove_prefix(size);
   }
-  return kPlain.escape(text.substr(at), kept, out);
+  return kPlain.escape(text, kept, out);
 }
 
 template <class U>

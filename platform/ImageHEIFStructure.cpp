@@ -121,9 +121,11 @@ bool Structure::readItemInfos(Bytes content) {
   constexpr std::size_t kMostItems = 10'000;
   ByteReader reader(content);
   reader.take(reader.number(4) >> 24 == 0 ? 2 : 4);  // the count
-  return everyBox(reader.rest(), [this](std::string_view, Bytes info) {
+  return everyBox(reader.rest(), [this](std::string_view type, Bytes info) {
     ByteReader numbers(info);
-    const std::uint64_t item = numbers.number(numbers.number(4) >> 24 < 3 ? 2 : 4);
+    const std::uint64_t version = numbers.number(4) >> 24;
+    if (type != "infe" || version < 2) return true;  // no picture to the decoder, which a part must be
+    const std::uint64_t item = numbers.number(version == 2 ? 2 : 4);
     numbers.take(2);  // how it is protected
     return items.size() < kMostItems && items.emplace(item, Item{numbers.word(), {}, {}}).second;
   });

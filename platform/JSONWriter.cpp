@@ -59,7 +59,7 @@ class Escapes {
     for (const char itself : {'"', '\\', escapeSolidus ? '/' : '\\'}) letters_[std::size_t(itself)] = itself;
   }
 
-  /// What the byte is written as after a backslash: 0 for the byte itself, 'u' for \u00xx.
+  /// What stands after the backslash for a byte that needs one: 'u' for \u00xx.
   char letter(std::uint8_t byte) const { return letters_[byte]; }
 
   /// Sets the upper bit of the first byte of a word that needs an escape, and of some others; 0 where none
@@ -224,10 +224,6 @@ class Writer {
 
   char* writeByte(std::uint8_t byte, char* out) const {
     const char letter = escapes_.letter(byte);
-    if (letter == 0) {
-      *out++ = static_cast<char>(byte);
-      return out;
-    }
     *out++ = '\\';
     *out++ = letter;
     if (letter != 'u') return out;

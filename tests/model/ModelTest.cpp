@@ -79,7 +79,7 @@ TEST(Model, CommonContentSurvivesItsArchive) {
   const LumoApiLargeData damaged{{"file_data", Data(std::string("bplist00"))}};
   const LumoApiLargeData oddTypes{
       {"file_data", lumo::archivedData(Value(Value::Dictionary{{"title", 1}, {"textArray", Value::Array{1}},
-                                           {"cflag", -1}, {"tagName", "kept"}}))
+                                           {"cflag", -1}, {"shareDestType", 7}, {"tagName", "kept"}}))
                         ->joined()}};
   for (const LumoApiLargeData* record : {static_cast<const LumoApiLargeData*>(nullptr), &wrong, &damaged}) {
     EXPECT_EQ(static_cast<LumoApiObject&>(*LumoApiCommonContentObject::objectWithDictionary(record)),
@@ -87,6 +87,7 @@ TEST(Model, CommonContentSurvivesItsArchive) {
   }
   LumoApiCommonContentObject kept;
   kept.setTagName("kept");
+  kept.setShareDestType(7);
   EXPECT_EQ(static_cast<LumoApiObject&>(*LumoApiCommonContentObject::objectWithDictionary(&oddTypes)), kept);
 }
 

@@ -84,12 +84,12 @@ TEST(ImageTest, EveryFormatShowsTheSameColors) {
 
 TEST(ImageTest, KeepsOrientationAndProfileAndNothingElse) {
   const std::string icc = "ICC_PROFILE\0"s, profile = profileFor("RGB ");
-  const auto jpegWith = [&](const std::string& space) {
+  const auto jpegWith = [&](const char* space, const char* second = "\2\2", const char* first = "\1\2") {
     const std::string whole = profileFor(space);
     return makeJPEG(opaquePixels(),
         {.segments = {{JPEG_APP0 + 1, "http://ns.adobe.com/xap/1.0/\0Taipei"s},
-             {JPEG_APP0 + 1, "Exif\0\0"s + kExif}, {JPEG_APP0 + 2, icc + "\2\2" + whole.substr(100)},
-             {JPEG_APP0 + 2, icc + "\1\2" + whole.substr(0, 100)}, {JPEG_COM, "Taipei"}}});
+             {JPEG_APP0 + 1, "Exif\0\0"s + kExif}, {JPEG_APP0 + 2, icc + second + whole.substr(100)},
+             {JPEG_APP0 + 2, icc + first + whole.substr(0, 100)}, {JPEG_COM, "Taipei"}}});
   };
   const std::string chunks = riffChunk("VP8X", "\x28\0\0\0\x1F\0\0\x1F\0\0"s) + riffChunk("ICCP", profile) +
                              std::string(makeWebP(kOpaque).view().substr(12)) + riffChunk("EXIF", kExif) +
@@ -107,7 +107,10 @@ TEST(ImageTest, KeepsOrientationAndProfileAndNothingElse) {
     EXPECT_NE(jpeg.view().find(icc + "\1\1" + profile), std::string_view::npos);
     EXPECT_EQ(jpeg.view().find("Taipei"), std::string_view::npos);
   }
-  EXPECT_EQ(jpegRepresentation(jpegWith("CMYK"), 0.5)->view().find(icc), std::string_view::npos);
+  for (const Data& picture : {jpegWith("CMYK"), jpegWith("RGB ", "\2\3", "\1\3"), jpegWith("RGB ", "\2\3"),
+           jpegWith("RGB ", "\1\2"), jpegWith("RGB ", "\3\2")}) {
+    EXPECT_EQ(jpegRepresentation(picture, 0.5)->view().find(icc), std::string_view::npos);
+  }
   EXPECT_EQ(
       jpegRepresentation(makeJPEG(opaquePixels(), {}), 0.5)->view().find("Exif"), std::string_view::npos);
 }

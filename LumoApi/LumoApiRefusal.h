@@ -8,7 +8,7 @@
 #include <string_view>
 
 /// Why an operation gave null: what the converter's log says in a few words, and what it leaves unsaid, for
-/// the silent refusals too.
+/// the silent refusals too. A plain value: one thread at a time may change it.
 struct LUMOAPI_EXPORT LumoApiRefusal {
   /// What was wrong.
   enum class Code : std::uint8_t {

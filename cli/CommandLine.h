@@ -48,8 +48,8 @@ struct Option {
   std::variant<bool Choices::*, std::optional<std::string> Choices::*> choice;
   Completion completion = Completion::None;
   Words words = nullptr;
-  std::string_view letter = "";    ///< "-o"
-  std::string_view excluded = "";  ///< the name of an option that does not go with it
+  std::string_view letter = {};    ///< "-o"
+  std::string_view excluded = {};  ///< the name of an option that does not go with it
 };
 
 struct Operand {
@@ -63,7 +63,7 @@ struct Operand {
 struct Example {
   std::string_view line;
   std::string_view meaning;
-  std::string_view output = "";
+  std::string_view output = {};
 };
 
 /// A command of the tool: how it runs, and all that its help, the manual and the completions say of it.

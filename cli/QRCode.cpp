@@ -81,7 +81,8 @@ std::string svgOf(const QRCode& code) {
       while (code.isDark(row, end)) ++end;
       if (end == column) continue;
       const std::string length = std::to_string(end - column);
-      svg += "M" + std::to_string(column) + " " + std::to_string(row) + "h" + length + "v1h-" + length + "z";
+      svg.append("M").append(std::to_string(column)).append(" ").append(std::to_string(row));
+      svg.append("h").append(length).append("v1h-").append(length).append("z");
       column = end;
     }
   }

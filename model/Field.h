@@ -5,7 +5,8 @@
 namespace lumo {
 
 /// A field of a content class under its own name. Each class lists its fields once, in `fields(object)`;
-/// equality, the dictionary form and the tool's documents all go by that list.
+/// equality, the dictionary form and the tool's documents all go by that list. A reference, for the thread
+/// that uses the object.
 template <class T>
 struct Field {
   const char* name;

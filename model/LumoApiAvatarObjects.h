@@ -2,6 +2,8 @@
 
 #include "model/LumoApiObject.h"
 
+// One thread at a time may use an object of these, like every LumoApiObject.
+
 namespace lumo {
 
 /// A picture or a video for the user's profile, with an optional preview.

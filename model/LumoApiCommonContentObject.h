@@ -3,6 +3,8 @@
 #include "model/LumoApiLargeData.h"
 #include "model/LumoApiObject.h"
 
+// One thread at a time may use such an object, like every LumoApiObject.
+
 /// A preview image with at most one text and at most one picture; it travels as an archive of its dictionary
 /// form.
 class LUMOAPI_EXPORT LumoApiCommonContentObject : public lumo::TaggedObject {

@@ -2,6 +2,8 @@
 
 #include "model/LumoApiObject.h"
 
+// One thread at a time may use an object of these, like every LumoApiObject.
+
 namespace lumo {
 
 /// Bytes with an optional preview and an optional list of images, added to the fields of `Base`.

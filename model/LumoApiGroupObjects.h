@@ -2,6 +2,8 @@
 
 #include "model/LumoApiObject.h"
 
+// One thread at a time may use an object of these, like every LumoApiObject.
+
 /// Asks to bind a group to the app.
 class LUMOAPI_EXPORT LumoApiThirdAppBindGroupObject : public LumoApiObject {
  public:

@@ -14,7 +14,8 @@
 /// Its entries are found under lumo::record; another app's record may hold whatever it likes.
 using LumoApiLargeData = lumo::Value::Dictionary;
 
-/// A record as the datastore holds and hands it out: shared and never changed; null where there is none.
+/// A record as the datastore holds and hands it out: shared and never changed, so
+/// that any thread may read it; null where there is none.
 using LumoApiLargeDataPtr = std::shared_ptr<const LumoApiLargeData>;
 
 namespace lumo {

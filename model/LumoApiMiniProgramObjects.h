@@ -2,6 +2,8 @@
 
 #include "model/LumoApiObject.h"
 
+// One thread at a time may use an object of these, like every LumoApiObject.
+
 /// Asks the messenger to launch a mini-program.
 class LUMOAPI_EXPORT LumoApiLaunchMiniProgramObject : public LumoApiObject {
  public:

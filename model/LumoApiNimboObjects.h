@@ -2,6 +2,8 @@
 
 #include "model/LumoApiObject.h"
 
+// One thread at a time may use an object of these, like every LumoApiObject.
+
 /// A social-feed post of pictures.
 class LUMOAPI_EXPORT LumoApiImageArrayForNimboObject : public LumoApiObject {
  public:

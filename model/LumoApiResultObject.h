@@ -2,6 +2,8 @@
 
 #include "model/LumoApiObject.h"
 
+// One thread at a time may use such an object, like every LumoApiObject.
+
 /// The messenger's answer to an earlier request.
 class LUMOAPI_EXPORT LumoApiResultObject : public LumoApiObject {
  public:

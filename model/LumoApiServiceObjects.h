@@ -2,6 +2,8 @@
 
 #include "model/LumoApiObject.h"
 
+// One thread at a time may use an object of these, like every LumoApiObject.
+
 /// A request for one of the messenger's extended services.
 class LUMOAPI_EXPORT LumoApiExtraServiceObject : public LumoApiObject {
  public:

@@ -2,6 +2,8 @@
 
 #include "model/LumoApiObject.h"
 
+// One thread at a time may use such an object, like every LumoApiObject.
+
 /// A plain text, sent inside the launch URL.
 class LUMOAPI_EXPORT LumoApiTextObject : public lumo::TaggedObject {
  public:

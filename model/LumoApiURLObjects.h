@@ -2,6 +2,8 @@
 
 #include "model/LumoApiObject.h"
 
+// One thread at a time may use an object of these, like every LumoApiObject.
+
 namespace lumo {
 
 /// Offered by the link kinds that have a flash URL; the converter asks an object for this interface.

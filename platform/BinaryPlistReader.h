@@ -27,7 +27,8 @@ struct PlistObject {
 };
 
 /// Reads a property list that may be damaged or hostile: nothing outside it is touched, whatever it says.
-/// Objects are looked at when they are asked for, and none costs more for being large.
+/// Objects are looked at when they are asked for, and none costs more for being large. Several
+/// threads may read one at once.
 class PlistReader {
  public:
   /// Null where the head, the trailer or the table of offsets is not in order.

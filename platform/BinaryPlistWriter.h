@@ -32,7 +32,7 @@ struct PlistWord {
 
 /// Writes a property list whose objects are given in their order: a container first, then its elements, each
 /// with its own elements; of a dictionary all keys, then all values. Equal texts, numbers, data and UIDs are
-/// written once. Data that is given must live until finish().
+/// written once. Data that is given must live until finish(). For one thread.
 class PlistWriter {
  public:
   PlistWriter();

@@ -5,7 +5,8 @@
 
 namespace lumo {
 
-/// The name of a class as its source spells it, with its namespaces: "LumoApiTextObject", "app::Sticker".
+/// The name of a class as its source spells it, with its namespaces: "LumoApiTextObject", "app::Sticker". Any
+/// thread may call this at any time.
 std::string className(const std::type_info& type);
 
 }  // namespace lumo

@@ -19,7 +19,7 @@ void copyEnds(const char* from, std::size_t size, char* out) noexcept {
 /// Copies the text to `out`, which must not overlap it; gives the end of the copy.
 ///
 /// The keys and fixed words of a URL have a handful of characters: two overlapping moves copy those in less
-/// than a call to memcpy takes.
+/// than a call to memcpy takes. Without state: any thread may call it.
 inline char* copyText(std::string_view text, char* out) noexcept {
   const std::size_t size = text.size();
   const char* from = text.data();

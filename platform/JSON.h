@@ -8,6 +8,8 @@
 
 namespace lumo {
 
+// JSON, without state: any thread may read and write at any time.
+
 /// The deepest nesting of arrays and dictionaries that is read or written.
 inline constexpr int kMaxJSONDepth = 512;
 

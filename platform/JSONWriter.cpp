@@ -86,6 +86,8 @@ constexpr Escapes kEscapesWithSolidus(true);
 
 class Writer {
  public:
+  // The buffer is written before it is read.
+  // cppcheck-suppress uninitMemberVar
   explicit Writer(JSONStyle style)
       : indent_(style.indent), escapes_(style.escapeSolidus ? kEscapesWithSolidus : kEscapes) {}
 

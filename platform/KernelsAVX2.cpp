@@ -105,7 +105,7 @@ struct AVX2 {
 
 // What to add to a base64 digit's value for its character. Entry 0 is for values that are no less than 26 and
 // no more than 51, entry 13 for those less than 26; above 51 a value's entry is the value less 51.
-constexpr Table kToCharacter = [] {
+constexpr Table kToCharacter = []() {
   Table table{};
   table[0] = 'a' - 26;
   for (std::size_t i = 1; i <= 10; ++i) table[i] = static_cast<std::uint8_t>('0' - 52);

@@ -97,7 +97,7 @@ struct AVX512 {
 };
 
 // 48 bytes a b c d e f … become 64 bytes b a c b e d f e …: then each digit's bits lie together.
-constexpr auto kGroups = [] {
+constexpr auto kGroups = []() {
   Bytes64 indexes{};
   for (std::size_t i = 0; i < 64; i += 4) {
     const auto group = static_cast<std::uint8_t>(i / 4 * 3);
@@ -148,7 +148,7 @@ char* encodeBase64(std::span<const std::uint8_t> bytes, char* out) noexcept {
   return encodePart(bytes.subspan(at), out);
 }
 
-constexpr auto kDigits = [] {
+constexpr auto kDigits = []() {
   std::array<std::uint8_t, 128> digits{};
   digits.fill(0x80);
   for (std::size_t i = 0; i < kBase64Alphabet.size(); ++i) {
@@ -158,7 +158,7 @@ constexpr auto kDigits = [] {
 }();
 
 // The three bytes of each 32-bit number, the upper first.
-constexpr auto kDense = [] {
+constexpr auto kDense = []() {
   Bytes64 indexes{};
   for (std::size_t i = 0; i < 48; ++i) indexes[i] = static_cast<std::uint8_t>(i / 3 * 4 + 2 - i % 3);
   return indexes;

@@ -78,7 +78,7 @@ char* encodeBase64(std::span<const std::uint8_t> bytes, char* out) noexcept {
 }
 
 // The value of each ASCII character as a base64 digit, 0xFF for the others.
-constexpr auto kDigits = [] {
+constexpr auto kDigits = []() {
   std::array<std::uint8_t, 128> digits{};
   digits.fill(0xFF);
   for (std::size_t i = 0; i < kBase64Alphabet.size(); ++i) {

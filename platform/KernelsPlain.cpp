@@ -7,7 +7,7 @@ namespace {
 using Piece = std::array<char, 4>;
 
 // "%" and two digits for each byte, then each byte as it is; the rest of the four characters does not count.
-constexpr auto kPieces = [] {
+constexpr auto kPieces = []() {
   constexpr std::string_view kDigits = "0123456789ABCDEF";
   std::array<Piece, 512> pieces{};
   for (std::size_t byte = 0; byte < 256; ++byte) {

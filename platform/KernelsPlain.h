@@ -18,7 +18,7 @@ inline std::uint8_t byteAt(std::string_view text, std::size_t at) noexcept {
 
 inline constexpr std::uint8_t kNoDigit = 0xFF;
 
-inline constexpr auto kDigits = [] {
+inline constexpr auto kDigits = []() {
   std::array<std::uint8_t, 256> digits{};
   digits.fill(kNoDigit);
   for (std::size_t i = 0; i < kBase64Alphabet.size(); ++i) {

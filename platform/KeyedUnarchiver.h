@@ -18,7 +18,7 @@ inline constexpr int kMaxArchiveDepth = 128;
 ///
 /// Byte buffers share the archive's memory; dates come as numbers, seconds since 2001-01-01 00:00 UTC; of
 /// equal keys the last wins. Half of a surrogate pair comes in its three-byte form, text without a UTF-8
-/// form.
+/// form. Without state: any thread may call this at any time.
 std::optional<Value> unarchivedValue(const Data& archive);
 
 }  // namespace lumo

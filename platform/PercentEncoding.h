@@ -8,6 +8,8 @@
 
 namespace lumo {
 
+// Percent-encoding, without state: any thread may call these functions at any time.
+
 /// The characters that percent-encoding leaves as they are.
 enum class CharacterSet : std::uint8_t {
   /// What RFC 3986 allows in a query: A-Z a-z 0-9 - . _ ~ ! $ & ' ( ) * + , ; = : @ / ?

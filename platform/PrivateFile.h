@@ -8,6 +8,8 @@
 
 namespace lumo {
 
+// Without state: any thread may call these functions at any time, also for the same file.
+
 /// What became of an operation on a file: an empty text where it went well, else what went wrong in words,
 /// without the file's name ("Permission denied", "not a regular file").
 using FileError = std::string;

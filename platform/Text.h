@@ -6,6 +6,8 @@
 
 namespace lumo {
 
+// Without state: any thread may call these functions at any time.
+
 /// Whether the text is well-formed UTF-8: no overlong form, no surrogate, nothing past U+10FFFF.
 bool isValidUTF8(std::string_view text) noexcept;
 

@@ -129,6 +129,9 @@ __m256i digitsOf(__m256i groups) noexcept {
   return first | second;
 }
 
+// Twelve bytes, and no more, of the sixteen that are read or written.
+__m128i twelve() noexcept { return _mm_setr_epi32(-1, -1, -1, 0); }
+
 // The text of twelve bytes at the beginning of each half.
 __m256i textOf(__m256i halves) noexcept {
   const __m256i digits = digitsOf(_mm256_shuffle_epi8(halves, AVX2::table(kGroups)));
@@ -146,8 +149,7 @@ char* encodeBase64(std::span<const std::uint8_t> bytes, char* out) noexcept {
     AVX2::store(textOf(halves), out);
   }
   for (; end - from >= kHalf; from += kHalf, out += sizeof(__m128i)) {
-    const __m128i half =
-        _mm_maskload_epi32(reinterpret_cast<const int*>(from), _mm_setr_epi32(-1, -1, -1, 0));
+    const __m128i half = _mm_maskload_epi32(reinterpret_cast<const int*>(from), twelve());
     const __m256i text = textOf(_mm256_castsi128_si256(half));
     _mm_storeu_si128(reinterpret_cast<__m128i*>(out), _mm256_castsi256_si128(text));
   }
@@ -175,20 +177,29 @@ __m256i bytesOf(__m256i digits) noexcept {
   return _mm256_permutevar8x32_epi32(halves, _mm256_setr_epi32(0, 1, 2, 4, 5, 6, 3, 7));
 }
 
+// The values of 32 characters; `bad` becomes other than 0 where one is no digit.
+__m256i valuesOf(__m256i characters, __m256i& bad) noexcept {
+  const __m256i high = AVX2::high(characters);
+  const __m256i found =
+      AVX2::row(AVX2::table(kBase64.rows), characters) & AVX2::lookUp(AVX2::table(kPowersOfTwo), high);
+  bad = bad | _mm256_cmpeq_epi8(found, AVX2::fill(0));
+  const __m256i isSlash = _mm256_cmpeq_epi8(characters, AVX2::fill('/'));  // -1 there
+  const __m256i toAdd = AVX2::lookUp(AVX2::table(kToDigit), _mm256_add_epi8(high, isSlash));
+  return _mm256_add_epi8(characters, toAdd);
+}
+
 bool decodeBase64(std::string_view text, std::uint8_t* out) noexcept {
-  constexpr std::size_t kStep = 24, kNeeded = AVX2::kSize + 12;  // the store writes eight bytes too many
-  const __m256i rows = AVX2::table(kBase64.rows), toDigit = AVX2::table(kToDigit);
-  const __m256i powers = AVX2::table(kPowersOfTwo);
+  constexpr std::size_t kHalf = AVX2::kSize / 2, kHalfBytes = 12;
+  constexpr std::size_t kNeeded = AVX2::kSize + 12;  // the store writes eight bytes too many
   __m256i bad = AVX2::fill(0);
   std::size_t at = 0;
-  for (; text.size() - at >= kNeeded; at += AVX2::kSize, out += kStep) {
-    const __m256i characters = AVX2::load(text.data() + at);
-    const __m256i high = AVX2::high(characters);
-    const __m256i found = AVX2::row(rows, characters) & AVX2::lookUp(powers, high);
-    bad = bad | _mm256_cmpeq_epi8(found, AVX2::fill(0));
-    const __m256i isSlash = _mm256_cmpeq_epi8(characters, AVX2::fill('/'));  // -1 there
-    const __m256i toAdd = AVX2::lookUp(toDigit, _mm256_add_epi8(high, isSlash));
-    AVX2::store(bytesOf(_mm256_add_epi8(characters, toAdd)), out);
+  for (; text.size() - at >= kNeeded; at += AVX2::kSize, out += 2 * kHalfBytes) {
+    AVX2::store(bytesOf(valuesOf(AVX2::load(text.data() + at), bad)), out);
+  }
+  for (; text.size() - at >= kHalf; at += kHalf, out += kHalfBytes) {
+    const __m256i characters = _mm256_inserti128_si256(AVX2::fill('A'), load16(text.data() + at), 0);
+    const __m256i bytes = bytesOf(valuesOf(characters, bad));
+    _mm_maskstore_epi32(reinterpret_cast<int*>(out), twelve(), _mm256_castsi256_si128(bytes));
   }
   return AVX2::topBits(bad) == 0 && kPlain.decodeBase64(text.substr(at), out);
 }

@@ -2,7 +2,6 @@
 
 #include "platform/KernelsPlain.h"
 
-#include <algorithm>
 #include <array>
 
 namespace lumo {
@@ -20,6 +19,18 @@ char* encodeRest(std::span<const std::uint8_t> bytes, char* out) noexcept {
   out[2] = bytes.size() == 2 ? kBase64Alphabet[second << 2 & 63] : '=';
   out[3] = '=';
   return out + 4;
+}
+
+// Reads the last group, which has one or two characters of padding.
+bool decodeRest(std::string_view group, std::size_t padding, std::uint8_t* out) noexcept {
+  const auto digit = [group](std::size_t at) -> unsigned {
+    return kernels::plain::kDigits[kernels::plain::byteAt(group, at)];
+  };
+  const unsigned first = digit(0), second = digit(1), third = padding == 1 ? digit(2) : 0;
+  if ((first | second | third) >= kBase64Alphabet.size()) return false;
+  out[0] = static_cast<std::uint8_t>(first << 2 | second >> 4);
+  if (padding == 1) out[1] = static_cast<std::uint8_t>(second << 4 | third >> 2);
+  return true;
 }
 
 // How many of the last two characters are padding.
@@ -74,13 +85,7 @@ bool base64Decode(std::string_view text, std::uint8_t* out) noexcept {
 
   const std::size_t whole = text.size() - 4;
   if (!kernels::best().decodeBase64(text.substr(0, whole), out)) return false;
-  std::array<char, 4> group{'A', 'A', 'A', 'A'};
-  std::copy(text.begin() + static_cast<std::ptrdiff_t>(whole),
-            text.end() - static_cast<std::ptrdiff_t>(padding), group.begin());
-  std::array<std::uint8_t, 3> bytes{};
-  if (!kernels::plain::decodeBase64({group.data(), group.size()}, bytes.data())) return false;
-  std::copy_n(bytes.begin(), bytes.size() - padding, out + whole / 4 * 3);
-  return true;
+  return decodeRest(text.substr(whole), padding, out + whole / 4 * 3);
 }
 
 std::optional<Data> base64DecodedData(std::string_view text) {

@@ -14,6 +14,7 @@ aarch64-linux-gnu-g++ -std=c++20 -O1 -c -I "$googletest/include" -I "$googletest
 aarch64-linux-gnu-g++ -std=c++20 -O1 -c -I "$googletest/include" -I "$googletest" \
   "$googletest/src/gtest_main.cc" -o "$build/gtest_main.o"
 aarch64-linux-gnu-g++ -std=c++20 -O2 -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -static \
-  -I . -isystem "$googletest/include" platform/Kernels*.cpp tests/platform/KernelsTest.cpp \
+  -I . -isystem "$googletest/include" platform/Kernels*.cpp platform/Base64.cpp platform/Data.cpp \
+  platform/PercentEncoding.cpp platform/Text.cpp tests/platform/KernelsTest.cpp \
   "$build/gtest-all.o" "$build/gtest_main.o" -o "$build/kernels_tests"
 qemu-aarch64 "$build/kernels_tests"

@@ -56,7 +56,9 @@ class Escapes {
     letters_['\n'] = 'n';
     letters_['\r'] = 'r';
     letters_['\t'] = 't';
-    for (const char itself : {'"', '\\', escapeSolidus ? '/' : '\\'}) letters_[std::size_t(itself)] = itself;
+    for (const char itself : {'"', '\\', escapeSolidus ? '/' : '\\'}) {
+      letters_[static_cast<std::uint8_t>(itself)] = itself;
+    }
   }
 
   /// What stands after the backslash for a byte that needs one: 'u' for \u00xx.
@@ -156,6 +158,7 @@ class Writer {
   /// 15 digits in all there is no shorter way to write it.
   bool writeThousandths(double number) {
     if (number >= 1e12) return false;
+    // NOLINTNEXTLINE(bugprone-incorrect-roundings): what is rounded wrong does not compare equal
     const auto thousandths = static_cast<std::uint64_t>(number * 1000 + 0.5);
     if (static_cast<double>(thousandths) / 1000 != number) return false;
     writeDigits(thousandths / 1000);

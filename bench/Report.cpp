@@ -98,6 +98,16 @@ void print(const std::vector<bench::Outcome>& outcomes) {
   std::printf("%s\n", machine().c_str());
 }
 
+/// The table as it stands in the documentation.
+std::string page(const std::vector<bench::Outcome>& outcomes) {
+  std::string text = "| Case | Measured | Target | |\n|---|--:|--:|---|\n";
+  for (const bench::Outcome& row : outcomes) {
+    text.append("| ").append(row.of->name).append(" | ").append(row.measuredText()).append(" | ");
+    text.append(row.targetText()).append(" | ").append(row.verdict()).append(" |\n");
+  }
+  return text.append("\nMeasured on: ").append(machine()).append("\n");
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -114,4 +124,5 @@ int main(int argc, char** argv) {
   const auto json = lumo::writeJSON(documentOf(outcomes, figures), {.escapeSolidus = false, .indent = 2});
   std::ofstream(directory + "/results.json") << json.value_or("") << '\n';
   std::ofstream(directory + "/chart.svg") << bench::chart(outcomes, machine());
+  std::ofstream(directory + "/table.md") << page(outcomes);
 }

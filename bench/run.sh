@@ -1,6 +1,7 @@
 #!/bin/sh
-# Runs the benchmarks, prints one table and leaves results.json and chart.svg behind:
+# Runs the benchmarks, prints one table and leaves results.json, chart.svg and table.md behind:
 #   bench/run.sh BUILD_DIR [OUT_DIR]
+# The chart and the table of one such run stand in docs/img as bench.svg and bench.md, for the documentation.
 # BUILD_DIR was configured with LUMOAPI_BUILD_BENCH and built. OUT_DIR is BUILD_DIR/bench/results unless given.
 # Takes under three minutes; what else the machine does at the time shows in the figures.
 set -eu
@@ -40,4 +41,4 @@ say 'Running the tool …'
 "$build/bench/lumoapi_bench_lines" "$build/lumoapi" "$out" >>"$out/figures.txt"
 
 "$build/bench/lumoapi_bench_report" "$out"
-say "Written: $out/results.json, $out/chart.svg"
+say "Written: $out/results.json, $out/chart.svg, $out/table.md"

@@ -60,13 +60,9 @@ done
 # Pages that the repository has already.
 sed -e '1d' -e 's,(docs/bounds\.md),(bounds.md),' SECURITY.md >"$parts/file/SECURITY"
 sed -e '1d' CHANGELOG.md >"$parts/file/CHANGELOG"
-if [ -f docs/img/bench.svg ]; then
-  { echo '![Times beside those of other libraries](img/bench.svg)'; echo; cat docs/img/bench-table.md 2>/dev/null || true; } >"$parts/bench/chart"
-else
-  echo 'It prints one table and draws `build/bench/bench/results/chart.svg`.' >"$parts/bench/chart"
-fi
+{ printf '![How far beyond its target each case is](img/bench.svg)\n\n'; cat docs/img/bench.md; } >"$parts/bench/chart"
 mkdir -p "$out/src"
-(cd docs && find . \( -name '*.md' -o -name '*.css' -o -name '*.svg' \) -print) | while read -r page; do
+(cd docs && find . \( -name '*.md' ! -path './img/*' -o -name '*.css' -o -name '*.svg' \) -print) | while read -r page; do
   mkdir -p "$out/src/$(dirname "$page")"
   case $page in
     *.md) awk -v parts="$parts" -f docs/fill.awk "docs/$page" >"$out/src/$page" ;;

@@ -23,7 +23,8 @@ fuzz() {
   seeds=$build/fuzz/seeds/$door
   [ -d "fuzz/regressions/$door" ] && seeds="$seeds fuzz/regressions/$door"
   # shellcheck disable=SC2086 # a list of folders
-  "$build/fuzz/lumoapi_fuzz_$door" -max_total_time="$seconds" -max_len=4096 -timeout=120 -rss_limit_mb=3000 \
+  "$build/fuzz/lumoapi_fuzz_$door" -max_total_time="$seconds" -max_len=4096 -rss_limit_mb=3000 \
+    -timeout=120 -report_slow_units=120 \
     ${dictionary:+-dict=fuzz/dictionaries/$dictionary.dict} -artifact_prefix="$build/found/$door/" \
     -print_final_stats=1 "$build/corpus/$door" $seeds >"$log" 2>&1 || true
   failures=$(find "$build/found/$door" -type f | wc -l)
@@ -42,6 +43,7 @@ fi
 
 build=$1 seconds=$2
 shift 2
+"$build/fuzz/lumoapi_fuzz_seeds" "$build/fuzz/seeds" examples
 if [ $# = 0 ]; then
   for seeds in "$build"/fuzz/seeds/*; do
     set -- "$@" "$(basename "$seeds")"

@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
 """Makes the faults of faults.txt, one at a time, and tells which of them the tests miss.
 
-  mutate.py ROOT BUILD [FILE...]    all faults, or those of some files
+  mutate.py BUILD PLACE [FILE...]    all faults, or those of some files; run where the sources are
 
-A fault is made in a copy of its file: what depends on it is compiled and linked with the programs that test
-the library, without optimisation, and these run until the first test fails. The status is 1 where fewer than
+A fault is made in a copy of its file, in PLACE: what depends on it is compiled, without optimisation, and takes the
+place of its object in the test programs of BUILD, which run until the first test fails. The status is 1 where fewer than
 nine in ten are caught, and 2 where an entry of the list is no fault any more.
 """
 
@@ -17,9 +17,10 @@ import shutil
 import subprocess
 import sys
 
-ROOT, BUILD = (pathlib.Path(path).resolve() for path in sys.argv[1:3])
+ROOT = pathlib.Path.cwd()
+BUILD, PLACE = (pathlib.Path(path).resolve() for path in sys.argv[1:3])
 PROGRAMS = {'platform': '*', 'model': '*', 'LumoApi': '*', 'robustness': '*', 'cli': 'Inspect.*:RequestReader*'}
-HEADERS = f'{BUILD}/headers.h'
+HEADERS = f'{PLACE}/headers.h'
 QUICK = 0.3  # seconds: such tests go first
 EDIT = re.compile(r'\[-(.*?)-\]|\{\+(.*?)\+\}')
 
@@ -53,28 +54,26 @@ def required(text):
     return done.stdout
 
 
-def prepare():
-    required(f'cmake -S {ROOT} -B {BUILD} -G Ninja -DCMAKE_BUILD_TYPE= -DCMAKE_CXX_FLAGS="-O0 -w" '
-             '-DLUMOAPI_INSTALL=OFF -DCMAKE_EXPORT_COMPILE_COMMANDS=ON')
-    required('cmake --build . -j 2 --target ' + ' '.join(f'{program}_tests' for program in PROGRAMS))
-    for program, tests in PROGRAMS.items():
-        times = BUILD / f'{program}.json'
-        if not times.exists() or times.stat().st_mtime < (BUILD / f'tests/{program}_tests').stat().st_mtime:
-            required(f'tests/{program}_tests --gtest_filter="{tests}" --gtest_output=json:{times}.new')
-            os.replace(f'{times}.new', times)
+def timed(program, tests):
+    """The times of the program's tests, which must pass."""
+    binary, times = BUILD / f'tests/{program}_tests', PLACE / f'{program}.json'
+    if not times.exists() or times.stat().st_mtime < binary.stat().st_mtime:
+        required(f'{binary} --gtest_filter="{tests}" --gtest_output=json:{times}.new')
+        os.replace(f'{times}.new', times)
+    return times
 
 
 def stages():
     """What is run against a fault: program, its tests, and how long they take when nothing is wrong. Of each
     program all quick tests are run at once, and a slow one alone."""
     found = []
-    for program in PROGRAMS:
-        suites = json.loads((BUILD / f'{program}.json').read_text())['testsuites']
+    for program, tests in PROGRAMS.items():
+        suites = json.loads(timed(program, tests).read_text())['testsuites']
         times = {f'{test["classname"]}.{test["name"]}': float(test['time'][:-1])
                  for suite in suites for test in suite['testsuite'] if test['result'] == 'COMPLETED'}
         slow = [test for test, time in times.items() if time >= QUICK]
-        for is_slow, tests in (False, times.keys() - slow), *((True, [test]) for test in slow):
-            found.append((is_slow, program, ':'.join(tests), sum(times[test] for test in tests)))
+        for is_slow, chosen in (False, times.keys() - slow), *((True, [test]) for test in slow):
+            found.append((is_slow, program, ':'.join(chosen), sum(times[test] for test in chosen)))
     return found
 
 
@@ -112,7 +111,7 @@ def is_caught(objects, stages, place):
         if not binary.exists():
             link = command(f'ninja -t commands tests/{program}_tests').stdout.splitlines()[-1]
             link = link.replace(' tests/CMakeFiles/', f' {objects} tests/CMakeFiles/', 1)
-            required(link.replace(f'-o tests/{program}_tests', f'-o {binary}'))
+            required(link.replace(f'-o tests/{program}_tests', f'-s -o {binary}'))
         try:
             run = command(f'ulimit -v 8000000; ulimit -t {20 + int(8 * usual)}; exec {binary} '
                           f'--gtest_brief=1 --gtest_fail_fast --gtest_filter="{tests}"', timeout=300 + 50 * usual)
@@ -127,14 +126,13 @@ def is_caught(objects, stages, place):
 
 def main():
     chosen = sys.argv[3:]
-    prepare()
     all_stages = stages()
-    shutil.rmtree(BUILD / 'faults', ignore_errors=True)
-    (BUILD / 'faults').mkdir()
-    if is_caught('', [stage for stage in all_stages if not stage[0]], BUILD / 'faults'):
+    shutil.rmtree(PLACE / 'faults', ignore_errors=True)
+    (PLACE / 'faults').mkdir()
+    if is_caught('', [stage for stage in all_stages if not stage[0]], PLACE / 'faults'):
         sys.exit('a test fails without any fault')
     entries = json.loads((BUILD / 'compile_commands.json').read_text())
-    compilations = {os.path.relpath(entry['file'], ROOT): re.sub(r'^\S*ccache | -o .*', '', entry['command'])
+    compilations = {os.path.relpath(entry['file'], ROOT): re.sub(r'^\S*ccache | -o .*', '', entry['command']) + ' -O0 -g0 -w'
                     for entry in entries if '/LumoApiObjects.dir/' in entry['command']}
     # Most of the time would go into reading the same headers again and again.
     pathlib.Path(HEADERS).write_text(''.join(f'#include {header}\n' for header in (
@@ -147,7 +145,7 @@ def main():
 
     def judge(number, fault):
         file, name, original, faulty, excuse = fault
-        place = BUILD / f'faults/{number}'
+        place = PLACE / f'faults/{number}'
         try:
             text = (ROOT / file).read_text()
             if text.count(original) != 1 or original == faulty:

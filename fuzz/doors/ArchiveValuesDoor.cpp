@@ -101,6 +101,7 @@ struct Traits {
 };
 
 void look(const Value& value, int depth, Traits& traits) {
+  if (traits.height > kMaxArchiveDepth) return;  // nothing else matters, and the way down may be endless
   if (const std::string* text = value.asString()) traits.add(*text);
   if (value.asUnsigned()) traits.isForOther = false;
   if (const Value::Array* array = value.asArray()) {

@@ -57,7 +57,7 @@ TEST_F(Routing, EveryDestination) {
 TEST_F(Routing, CommonKeysByTypeAndStore) {
   const std::pair<std::int32_t, const char*> byType[] = {{7, "k=v&shareType=1"}, {5, "k=v&shareType=0"},
       {4, "k=v&messagetype=responsefromapp"}, {1, "k=v"}, {-7, "k=v"}};
-  store().setValues({});
+  store().setValues({.uin = Value()});
   for (const auto& [type, expected] : byType) {
     Query query{{"k", "v"}};
     EXPECT_EQ(pairsOf(C::urlWithQueryItem(query, type, 1)), pairs(expected)) << type;

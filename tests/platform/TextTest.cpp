@@ -18,10 +18,10 @@ TEST(Text, ValidityAndUTF16Length) {
       {"\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\xED\x9F\xBF\xEE\x80\x80\xEF\xBF\xBF", true, 7},
       {"\xF0\x90\x80\x80\xF4\x8F\xBF\xBF", true, 4}, {"\xED\xA0\x80", false, 1}, {"\xED\xBF\xBF", false, 1},
       {"\xED\xA0\xBD\xED\xB8\x80", false, 2}, {"\xED\xA0", false, 2}, {"\x80", false, 1},
-      {"\xFF\xFE", false, 2}, {"\xC0\x80", false, 2}, {"\xC1\xBF", false, 2}, {"\xE0\x9F\xBF", false, 3},
-      {"\xF0\x8F\xBF\xBF", false, 4}, {"\xF4\x90\x80\x80", false, 4}, {"\xF5\x80\x80\x80", false, 4},
-      {"\xC3", false, 1}, {"\xE4\xB8", false, 2}, {"\xE4\xB8\xC3\xA9", false, 3}, {"\xF0\x9F\x98", false, 3},
-      {"\xF0\x9F\x98\x41", false, 4}};
+      {"\xFF\xFE\u4E2D", false, 3}, {"\xC0\x80", false, 2}, {"\xC1\xBF", false, 2},
+      {"\xE0\x9F\xBF", false, 3}, {"\xF0\x8F\xBF\xBF", false, 4}, {"\xF4\x90\x80\x80", false, 4},
+      {"\xF5\x80\x80\x80", false, 4}, {"\xC3", false, 1}, {"\xE4\xB8", false, 2},
+      {"\xE4\xB8\xC3\xA9", false, 3}, {"\xF0\x9F\x98", false, 3}, {"\xF0\x9F\x98\x41", false, 4}};
   for (std::size_t around = 0; around < 20; ++around) {  // at every place within a machine word
     for (const auto& c : cases) {
       const std::string pad(around, 'x');

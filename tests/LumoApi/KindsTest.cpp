@@ -296,6 +296,8 @@ TEST_F(Kinds, GroupPro) {
   expect(C::urlWithJoinGroupProObject, join, query, {}, 7, guild + "/join");
   join->setQueryDictionary(std::nullopt);
   EXPECT_EQ(send(join)->absoluteString(), guild + "/join?&" + signature);
+  join->setSignString("");
+  EXPECT_EQ(send(join)->absoluteString(), guild + "/join?&sig=");
 }
 
 TEST_F(Kinds, MiniProgram) {

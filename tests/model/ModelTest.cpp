@@ -63,6 +63,8 @@ TEST(Model, LinkKinds) {
   const std::unique_ptr<LumoApiObject> news(new LumoApiNewsObject), audio(new LumoApiAudioObject);
   EXPECT_FALSE(dynamic_cast<lumo::OffersFlashURL*>(news.get()));
   EXPECT_TRUE(dynamic_cast<lumo::OffersFlashURL*>(audio.get()));
+  const LumoApiJoinLumoGroupProObject join;
+  EXPECT_FALSE(static_cast<const LumoApiObject&>(LumoApiCreateLumoGroupProObject()) == join);
 }
 
 TEST(Model, CommonContentSurvivesItsArchive) {
@@ -144,7 +146,7 @@ TEST(Log, FillsPlacesAndNeverReadsArgumentsAsFormats) {
     lines.emplace_back(line.message);
   });
   LumoApiLog::log("%@ %s %d %lu %%|%s", {"%@%n", "%s%s", std::int64_t{-1}, ~std::uint64_t{0}});
-  LumoApiLog::log("(%s)", {"a\r\n\x1B[2J\x7F \u0085\u2028\u202E \x9B\xFF\xE4\xB8 中é😀"});
+  LumoApiLog::log("(%s)", {"a\r\n\x1B[2J\x7F \u0085\u2028\u202E\u2069 \x9B\xFF\xE4\xB8 中é😀"});
   LumoApiLog::log("%");
   LumoApiLog::log("%d%l%", {std::int64_t{1}, std::int64_t{2}, "3"});
   LumoApiLog::silence();
@@ -156,9 +158,9 @@ TEST(Log, FillsPlacesAndNeverReadsArgumentsAsFormats) {
   LumoApiLog::removeHandler();
   LumoApiLog::log("to standard error");
   EXPECT_NE(testing::internal::GetCapturedStderr().find(": to standard error\n"), std::string::npos);
-  EXPECT_EQ(
-      lines, (std::vector<std::string>{"%@%n %s%s -1 18446744073709551615 %|",
-                 R"((a\u000d\u000a\u001b[2J\u007f \u0085\u2028\u202e \x9b\xff\xe4\xb8 中é😀))", "", "123"}));
+  EXPECT_EQ(lines,
+      (std::vector<std::string>{"%@%n %s%s -1 18446744073709551615 %|",
+          R"((a\u000d\u000a\u001b[2J\u007f \u0085\u2028\u202e\u2069 \x9b\xff\xe4\xb8 中é😀))", "", "123"}));
 }
 
 TEST(Datastore, SettersKeepTheOtherValues) {

@@ -269,7 +269,7 @@ TEST(KeyedArchiverTest, RefusesWhatIsNoArchiveOfItsKinds) {
       instanceOf("NSDate", "NS.time", text("text")), archived(array({0})), archived(array({8})),
       archived(array({7})), archiveOf(array({95}), texts), archived(array({1})),
       archived(record({{"NS.objects", uids({})}, {"$class", uid(8)}})), archived(text("$null")),
-      archived(dictionary({5, 5}, {5})), archived(dictionary({6}, {5})),
+      archived(dictionary({5, 5}, {5})), archived(dictionary({5}, {5, 5})), archived(dictionary({6}, {5})),
       archiveOf(array({5}), {array({6}), dictionary({7}, {1}), text("key")}),
       archiveOf(array({}), {}, "NSNull", 0)};
   for (const Data& archive : kCases) {

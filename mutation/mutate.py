@@ -32,7 +32,7 @@ class Rotten(Exception):
 def faults():
     """Gives file, name, original and faulty text of each entry, and why it is no fault where it says so."""
     file = None
-    for line in (ROOT / 'tests/mutation/faults.txt').read_text().splitlines():
+    for line in (ROOT / 'mutation/faults.txt').read_text().splitlines():
         if not line or line.startswith('#'):
             continue
         if not line.startswith(' '):

@@ -1,11 +1,11 @@
 // The large-data record: how it is built, and the two ways on which it travels beside a launch URL.
 
+#include "LumoApi/LumoApiLog.h"
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
 #include "LumoApi/internal/Keys.h"
 #include "LumoApi/internal/Skeleton.h"
-#include "model/LumoApiLog.h"
-#include "platform/KeyedArchiver.h"
-#include "platform/Text.h"
+#include "platform/archive/KeyedArchiver.h"
+#include "platform/text/Text.h"
 
 namespace lumo {
 

@@ -1,20 +1,20 @@
 #pragma once
 
+#include "LumoApi/Data.h"
+#include "LumoApi/Export.h"
+#include "LumoApi/LumoApiCurrentObject.h"
+#include "LumoApi/LumoApiDatastore.h"
+#include "LumoApi/LumoApiFilePasteboard.h"
+#include "LumoApi/LumoApiLog.h"
+#include "LumoApi/LumoApiModel.h"
+#include "LumoApi/LumoApiQueryDictionary.h"
 #include "LumoApi/LumoApiRefusal.h"
 #include "LumoApi/LumoApiURLDecoder.h"
 #include "LumoApi/LumoApiURLEncoder.h"
+#include "LumoApi/LumoOpenApiUtility.h"
+#include "LumoApi/LumoWebViewKit.h"
+#include "LumoApi/URL.h"
 #include "LumoApi/Version.h"
-#include "model/LumoApiCurrentObject.h"
-#include "model/LumoApiDatastore.h"
-#include "model/LumoApiFilePasteboard.h"
-#include "model/LumoApiLog.h"
-#include "model/LumoApiModel.h"
-#include "model/LumoApiQueryDictionary.h"
-#include "model/LumoOpenApiUtility.h"
-#include "model/LumoWebViewKit.h"
-#include "platform/Data.h"
-#include "platform/Export.h"
-#include "platform/URL.h"
 
 #include <cstdint>
 #include <optional>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "model/RawQuery.h"
-#include "platform/Data.h"
-#include "platform/Export.h"
-#include "platform/URL.h"
+#include "LumoApi/Data.h"
+#include "LumoApi/Export.h"
+#include "LumoApi/RawQuery.h"
+#include "LumoApi/URL.h"
 
 #include <optional>
 #include <string_view>

@@ -1,8 +1,8 @@
 #include "LumoApi/LumoApiURLEncoder.h"
 
+#include "LumoApi/CopyText.h"
 #include "LumoApi/internal/LaunchURL.h"
-#include "platform/CopyText.h"
-#include "platform/PercentEncoding.h"
+#include "platform/text/PercentEncoding.h"
 
 namespace {
 

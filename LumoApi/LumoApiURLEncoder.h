@@ -1,8 +1,8 @@
 #pragma once
 
-#include "model/LumoApiQueryDictionary.h"
-#include "platform/Export.h"
-#include "platform/URL.h"
+#include "LumoApi/Export.h"
+#include "LumoApi/LumoApiQueryDictionary.h"
+#include "LumoApi/URL.h"
 
 #include <optional>
 #include <string_view>

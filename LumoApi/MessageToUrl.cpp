@@ -1,10 +1,10 @@
 // The outgoing entry: the checks that hold for every kind of content, and the choice of the converter.
 
+#include "LumoApi/LumoApiLog.h"
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
 #include "LumoApi/converters/Converters.h"
 #include "LumoApi/internal/Skeleton.h"
-#include "model/LumoApiLog.h"
-#include "platform/ClassName.h"
+#include "platform/text/ClassName.h"
 
 #include <typeinfo>
 

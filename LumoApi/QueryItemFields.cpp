@@ -3,7 +3,7 @@
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
 #include "LumoApi/internal/Keys.h"
 #include "LumoApi/internal/Skeleton.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 
 #include <string>
 

@@ -1,12 +1,12 @@
 // Requests of the messenger: to let the user pick content, or to show content that is rebuilt here from the
 // query and from the large-data record.
 
+#include "LumoApi/LumoApiDatastore.h"
+#include "LumoApi/LumoApiLargeData.h"
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
 #include "LumoApi/internal/Incoming.h"
 #include "LumoApi/internal/Keys.h"
-#include "model/LumoApiDatastore.h"
-#include "model/LumoApiLargeData.h"
-#include "platform/JSON.h"
+#include "platform/values/JSON.h"
 
 #include <utility>
 

@@ -1,13 +1,13 @@
 // The URL builders: one per destination in the messenger, and the signed group URL.
 
+#include "LumoApi/LumoApiCurrentObject.h"
+#include "LumoApi/LumoApiLog.h"
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
 #include "LumoApi/internal/Keys.h"
 #include "LumoApi/internal/LaunchURL.h"
 #include "LumoApi/internal/Skeleton.h"
-#include "model/LumoApiCurrentObject.h"
-#include "model/LumoApiLog.h"
-#include "platform/PercentEncoding.h"
-#include "platform/Text.h"
+#include "platform/text/PercentEncoding.h"
+#include "platform/text/Text.h"
 
 #include <algorithm>
 #include <string>

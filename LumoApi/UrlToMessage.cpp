@@ -1,12 +1,12 @@
 // The incoming entries: who reads a URL that opened the app.
 
+#include "LumoApi/LumoApiDatastore.h"
+#include "LumoApi/LumoApiLog.h"
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
+#include "LumoApi/LumoOpenApiUtility.h"
+#include "LumoApi/LumoWebViewKit.h"
 #include "LumoApi/internal/Incoming.h"
 #include "LumoApi/internal/Keys.h"
-#include "model/LumoApiDatastore.h"
-#include "model/LumoApiLog.h"
-#include "model/LumoOpenApiUtility.h"
-#include "model/LumoWebViewKit.h"
 
 using lumo::Result;
 using lumo::URL;

@@ -1,11 +1,11 @@
+#include "LumoApi/Base64.h"
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
 #include "bench/Payloads.h"
 #include "bench/Timings.h"
 #include "bench/plain/Plain.h"
-#include "platform/Base64.h"
-#include "platform/Image.h"
-#include "platform/KeyedUnarchiver.h"
-#include "platform/PercentEncoding.h"
+#include "platform/archive/KeyedUnarchiver.h"
+#include "platform/pictures/Image.h"
+#include "platform/text/PercentEncoding.h"
 
 #include <boost/url/encode.hpp>
 #include <boost/url/rfc/pchars.hpp>

@@ -1,6 +1,6 @@
 #include "bench/Payloads.h"
 #include "bench/Timings.h"
-#include "platform/JSON.h"
+#include "platform/values/JSON.h"
 
 #include <rapidjson/document.h>
 #include <rapidjson/stringbuffer.h>

@@ -2,7 +2,7 @@
 
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
 #include "bench/Payloads.h"
-#include "platform/Image.h"
+#include "platform/pictures/Image.h"
 #include "support/Allocations.h"
 
 #include <cstdio>

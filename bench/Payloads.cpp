@@ -1,9 +1,9 @@
 #include "bench/Payloads.h"
 
-#include "model/LumoApiLog.h"
-#include "model/LumoApiNimboObjects.h"
-#include "model/LumoApiTextObject.h"
-#include "platform/Base64.h"
+#include "LumoApi/Base64.h"
+#include "LumoApi/LumoApiLog.h"
+#include "LumoApi/LumoApiNimboObjects.h"
+#include "LumoApi/LumoApiTextObject.h"
 
 #include <jpeglib.h>
 

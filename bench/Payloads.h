@@ -1,10 +1,10 @@
 #pragma once
 
-#include "model/LumoApiDatastore.h"
-#include "model/LumoApiMessage.h"
-#include "model/LumoApiURLObjects.h"
-#include "platform/Data.h"
-#include "platform/Value.h"
+#include "LumoApi/Data.h"
+#include "LumoApi/LumoApiDatastore.h"
+#include "LumoApi/LumoApiMessage.h"
+#include "LumoApi/LumoApiURLObjects.h"
+#include "LumoApi/Value.h"
 
 #include <cstddef>
 #include <memory>

@@ -1,7 +1,7 @@
 #include "bench/Payloads.h"
 #include "bench/Timings.h"
 #include "bench/plain/Plain.h"
-#include "platform/Image.h"
+#include "platform/pictures/Image.h"
 
 namespace bench {
 

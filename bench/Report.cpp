@@ -2,7 +2,7 @@
 // lumoapi_bench_report DIRECTORY, which holds timings.json and figures.txt.
 
 #include "bench/Cases.h"
-#include "platform/JSON.h"
+#include "platform/values/JSON.h"
 
 #include <cstdio>
 #include <fstream>

@@ -1,9 +1,9 @@
+#include "LumoApi/Base64.h"
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
 #include "bench/Payloads.h"
 #include "bench/Timings.h"
 #include "bench/plain/Plain.h"
-#include "platform/Base64.h"
-#include "platform/KeyedArchiver.h"
+#include "platform/archive/KeyedArchiver.h"
 
 namespace bench {
 

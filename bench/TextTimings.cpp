@@ -1,8 +1,8 @@
+#include "LumoApi/Base64.h"
 #include "bench/Payloads.h"
 #include "bench/Timings.h"
 #include "bench/plain/Plain.h"
-#include "platform/Base64.h"
-#include "platform/PercentEncoding.h"
+#include "platform/text/PercentEncoding.h"
 
 #include <boost/url/encode.hpp>
 #include <boost/url/rfc/pchars.hpp>

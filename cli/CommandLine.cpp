@@ -2,8 +2,8 @@
 
 #include "cli/Console.h"
 #include "cli/Help.h"
-#include "cli/NearestName.h"
-#include "cli/Text.h"
+#include "documents/NearestName.h"
+#include "documents/Words.h"
 
 #include <CLI/CLI.hpp>
 
@@ -11,6 +11,8 @@
 #include <cstdio>
 
 namespace lumo::cli {
+
+using namespace documents;
 
 namespace {
 

@@ -4,11 +4,13 @@
 #include "cli/CommandTable.h"
 #include "cli/Console.h"
 #include "cli/Help.h"
-#include "cli/NearestName.h"
+#include "documents/NearestName.h"
 
 #include <string_view>
 
 namespace lumo::cli {
+
+using namespace documents;
 
 namespace {
 

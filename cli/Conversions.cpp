@@ -3,9 +3,11 @@
 #include "cli/Console.h"
 #include "cli/Files.h"
 #include "cli/Lines.h"
-#include "platform/JSON.h"
+#include "platform/values/JSON.h"
 
 namespace lumo::cli {
+
+using namespace documents;
 
 namespace {
 
@@ -49,16 +51,15 @@ int convertDocument(const std::string& file, const Convert& convert) {
     const std::string text = input.readAll();
     return converted(input.name(), [&](std::string& output) {
       const Value document = parseDocument(text);
-      return convert(Place(document, input.folder()), output);
+      return convert(Place(document, input.files()), output);
     });
   });
 }
 
 int convertRequest(const Value& request, const std::string& name, const Convert& convert) {
   return withFiles([&] {
-    const std::filesystem::path workingFolder;
-    return converted(name,
-                     [&](std::string& output) { return convert(Place(request, workingFolder), output); });
+    const FilesBeside files;
+    return converted(name, [&](std::string& output) { return convert(Place(request, files), output); });
   });
 }
 
@@ -79,7 +80,7 @@ int convertLines(const std::string& file, Reasons reasons, const Convert& conver
       if (isBlank(*line)) continue;
       try {
         const Value document = parsedLine(*line);
-        const std::string reason = convert(Place(document, input.folder()), output.buffer());
+        const std::string reason = convert(Place(document, input.files()), output.buffer());
         if (!reason.empty() && reasons == Reasons::OnStandardError) report(reason);
       } catch (const DocumentError& error) {
         status = kDocumentError;

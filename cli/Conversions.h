@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cli/Document.h"
+#include "documents/Document.h"
 
 #include <functional>
 #include <string>
@@ -10,7 +10,7 @@ namespace lumo::cli {
 /// Converts one request: appends the text of its result to the output and says why nothing came out of it
 /// ("refused: title: …"), with an empty text where something did. Throws a DocumentError where the request is
 /// in error, and then has appended nothing.
-using Convert = std::function<std::string(const Place& request, std::string& output)>;
+using Convert = std::function<std::string(const documents::Place& request, std::string& output)>;
 
 /// Where it is said why a line has no result.
 enum class Reasons {

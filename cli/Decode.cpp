@@ -3,14 +3,16 @@
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
 #include "cli/Conversions.h"
 #include "cli/Files.h"
-#include "cli/ResultWriter.h"
-#include "cli/Surroundings.h"
+#include "cli/Stage.h"
+#include "documents/ResultWriter.h"
 
 #include <utility>
 
 namespace lumo::cli {
 
-std::optional<LumoApiMessage> messageOf(const DecodeRequest& request, LumoApiRefusal& refusal) {
+using namespace documents;
+
+std::optional<LumoApiMessage> messageOf(const documents::DecodeRequest& request, LumoApiRefusal& refusal) {
   switch (request.entry) {
     case Entry::MessageWithUrlUsedClipboard:
       return LumoApiMessageAndUrlConverter::messageWithUrlUsedClipboard(request.url, &refusal);

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "LumoApi/LumoApiMessage.h"
 #include "LumoApi/LumoApiRefusal.h"
 #include "cli/CommandLine.h"
-#include "cli/RequestReader.h"
-#include "model/LumoApiMessage.h"
+#include "documents/RequestReader.h"
 
 #include <optional>
 
@@ -13,6 +13,6 @@ namespace lumo::cli {
 int decode(const Choices& choices);
 
 /// The message of the request's URL by the entry that it names, or null and the reason.
-std::optional<LumoApiMessage> messageOf(const DecodeRequest& request, LumoApiRefusal& refusal);
+std::optional<LumoApiMessage> messageOf(const documents::DecodeRequest& request, LumoApiRefusal& refusal);
 
 }  // namespace lumo::cli

@@ -2,13 +2,15 @@
 
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
 #include "cli/Conversions.h"
-#include "cli/RequestReader.h"
-#include "cli/ResultWriter.h"
-#include "cli/Surroundings.h"
+#include "cli/Stage.h"
+#include "documents/RequestReader.h"
+#include "documents/ResultWriter.h"
 
 #include <utility>
 
 namespace lumo::cli {
+
+using namespace documents;
 
 namespace {
 

@@ -76,14 +76,18 @@ FileError::FileError(const std::string& name, int error)
   brokenPipe_ = error == EPIPE;
 }
 
-Input::Input(const std::string& file) : name_(file), descriptor_(STDIN_FILENO) {
+Data FilesBeside::file(const std::string& path) const { return readRegularFile(folder_ / path); }
+
+Input::Input(const std::string& file)
+    : name_(file),
+      files_(file == "-" ? "" : std::filesystem::path(file).parent_path()),
+      descriptor_(STDIN_FILENO) {
   if (file == "-") {
     name_ = "standard input";
     // Somebody who forgot the file's name would wait for the tool, and the tool for them.
     const bool isTyped = ::isatty(STDIN_FILENO) == 1 && ::isatty(STDERR_FILENO) == 1;
     if (isTyped) complain("reading from the terminal; Ctrl-D ends the input");
   } else {
-    folder_ = std::filesystem::path(file).parent_path();
     descriptor_ = ::open(file.c_str(), O_RDONLY | O_CLOEXEC);
     if (descriptor_ < 0) throw FileError(name_, errno);
   }

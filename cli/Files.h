@@ -1,8 +1,9 @@
 #pragma once
 
+#include "LumoApi/Data.h"
 #include "cli/Console.h"
 #include "cli/Progress.h"
-#include "platform/Data.h"
+#include "documents/NamedBytes.h"
 
 #include <cstddef>
 #include <filesystem>
@@ -10,6 +11,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace lumo::cli {
 
@@ -46,6 +48,16 @@ int withFiles(const Work& work) {
 /// Whether the operand is a URL in place of a file name. A file wins: its name may hold a ":" too.
 bool isURL(const std::string& operand);
 
+/// The files that a document names, by paths relative to its folder.
+class FilesBeside : public documents::NamedBytes {
+ public:
+  explicit FilesBeside(std::filesystem::path folder = {}) : folder_(std::move(folder)) {}
+  Data file(const std::string& path) const override;
+
+ private:
+  const std::filesystem::path folder_;
+};
+
 /// The file that a command reads; "-" is standard input.
 class Input {
  public:
@@ -56,8 +68,8 @@ class Input {
 
   /// For messages.
   const std::string& name() const noexcept { return name_; }
-  /// What paths inside the document are relative to.
-  const std::filesystem::path& folder() const noexcept { return folder_; }
+  /// The files that a document in it names.
+  const FilesBeside& files() const noexcept { return files_; }
 
   /// Waits for bytes and gives how many were put into the buffer; 0 at the end.
   std::size_t read(char* buffer, std::size_t size);
@@ -68,7 +80,7 @@ class Input {
 
  private:
   std::string name_;
-  std::filesystem::path folder_;
+  FilesBeside files_;
   int descriptor_;
   std::size_t expectedSize_ = 0;
   std::optional<Progress> progress_;

@@ -1,13 +1,15 @@
 #include "cli/Help.h"
 
-#include "cli/InspectPrintable.h"
-#include "cli/Text.h"
+#include "documents/Words.h"
+#include "inspect/Printable.h"
 
 #include <algorithm>
 #include <utility>
 #include <vector>
 
 namespace lumo::cli {
+
+using namespace documents;
 
 const std::string_view kToolPurpose =
     "Turns messages into URLs that launch the messenger, and URLs that opened the app into messages.";

@@ -1,16 +1,18 @@
 #include "cli/Inspect.h"
 
+#include "LumoApi/LumoApiFilePasteboard.h"
 #include "cli/Console.h"
 #include "cli/Files.h"
-#include "cli/InspectJSON.h"
-#include "cli/InspectSave.h"
-#include "cli/InspectText.h"
-#include "cli/InspectURL.h"
 #include "cli/Lines.h"
-#include "cli/Text.h"
-#include "model/LumoApiFilePasteboard.h"
+#include "cli/SavedBytes.h"
+#include "documents/Words.h"
+#include "inspect/JSON.h"
+#include "inspect/Text.h"
+#include "inspect/URL.h"
 
 namespace lumo::cli {
+
+using namespace documents;
 
 namespace {
 
@@ -30,20 +32,34 @@ inspection::Store readStore(const std::optional<std::string>& file) {
   return store;
 }
 
+using Names = std::optional<std::vector<std::string>>;
+
+std::string forPrograms(const inspection::Findings& findings, const Names& saved) {
+  Value::Dictionary document = documentOf(findings);
+  if (saved) document.set("saved", inspection::textArray(*saved));
+  return inspection::jsonOf(document);
+}
+
+std::string forPeople(const inspection::Findings& findings, const Names& saved, const Choices& choices) {
+  std::vector<inspection::Section> sections;
+  if (saved) sections.push_back({"Saved", *saved});
+  if (saved && saved->empty()) sections.back().lines = {"nothing, there are no bytes"};
+  return textOf(findings, {isColoured(choices.colour), choices.full}, sections);
+}
+
 int explain(const Choices& choices) {
   const std::string text = readText(choices.operand());
   inspection::NoURL reason{};
   const std::optional<URL> url = inspection::launchURLOf(text, reason);
   if (!url) {
-    if (choices.json) writeFile("-", jsonOf(text, reason));
+    if (choices.json) writeFile("-", inspection::jsonOf(documentOf(text, reason)));
     complain(textOf(text, reason));
     return kDocumentError;
   }
   const inspection::Findings findings = findingsOf(*url, readStore(choices.store), choices.full);
-  inspection::Saved saved;
+  std::optional<std::vector<std::string>> saved;
   if (choices.folder) saved = save(findings, *choices.folder);
-  writeFile("-", choices.json ? jsonOf(findings, saved)
-                              : textOf(findings, saved, {isColoured(choices.colour), choices.full}));
+  writeFile("-", choices.json ? forPrograms(findings, saved) : forPeople(findings, saved, choices));
   return findings.destination ? kDone : kRefused;
 }
 

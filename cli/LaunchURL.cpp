@@ -3,14 +3,17 @@
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
 #include "cli/Console.h"
 #include "cli/Files.h"
-#include "cli/InspectText.h"
-#include "cli/InspectURL.h"
-#include "cli/RequestReader.h"
-#include "cli/Text.h"
+#include "cli/Stage.h"
+#include "documents/RequestReader.h"
+#include "documents/Words.h"
+#include "inspect/Text.h"
+#include "inspect/URL.h"
 
 #include <utility>
 
 namespace lumo::cli {
+
+using namespace documents;
 
 namespace {
 
@@ -36,7 +39,7 @@ LaunchURL fromDocument(const std::string& text, const Input& input) {
     const Value document = parseDocument(text);
     const Value::Dictionary* members = document.asDictionary();
     const Value* url = members && !members->find("message") ? members->find("url") : nullptr;
-    if (!url) return fromRequest(Place(document, input.folder()));
+    if (!url) return fromRequest(Place(document, input.files()));
     if (const std::string* given = url->asString()) return fromText(*given);
     return {{}, kRefused, "refused: the document's url is null"};
   } catch (const DocumentError& error) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/URL.h"
+#include "LumoApi/URL.h"
 
 #include <optional>
 #include <string>

@@ -2,15 +2,17 @@
 
 #include "cli/Console.h"
 #include "cli/Files.h"
-#include "cli/InspectPrintable.h"
 #include "cli/LintChecks.h"
-#include "cli/Text.h"
-#include "platform/JSON.h"
-#include "platform/Text.h"
+#include "documents/Words.h"
+#include "inspect/Printable.h"
+#include "platform/text/Text.h"
+#include "platform/values/JSON.h"
 
 #include <algorithm>
 
 namespace lumo::cli {
+
+using namespace documents;
 
 namespace {
 
@@ -21,7 +23,7 @@ void checkLines(std::string_view text, const Input& input, Findings& findings) {
   for (std::size_t number = 1; !text.empty(); ++number) {
     const std::string_view line = firstLine(text);
     text.remove_prefix(std::min(line.size() + 1, text.size()));
-    if (!trimmed(line).empty()) check(line, {input.name(), number}, input.folder(), findings);
+    if (!trimmed(line).empty()) check(line, {input.name(), number}, input.files(), findings);
   }
 }
 
@@ -31,7 +33,7 @@ void checkFile(const std::string& file, bool isOneALine, Findings& findings) {
   const std::string_view content = trimmed(text);
   const bool isDocument = content.empty() || content.starts_with('{');
   if (isDocument && !isOneALine) {
-    check(text, {input.name()}, input.folder(), findings);
+    check(text, {input.name()}, input.files(), findings);
   } else {
     checkLines(text, input, findings);
   }
@@ -73,7 +75,7 @@ int lint(const Choices& choices) {
   for (const std::string& operand : operands) {
     const int read = withFiles([&] {
       if (isURL(operand)) {
-        check(operand, {inspection::cut(inspection::printable(operand), 40)}, "", findings);
+        check(operand, {inspection::cut(inspection::printable(operand), 40)}, FilesBeside(), findings);
       } else {
         checkFile(operand, choices.lines, findings);
       }

@@ -2,13 +2,16 @@
 
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
 #include "cli/Decode.h"
-#include "cli/InspectURL.h"
-#include "cli/RequestReader.h"
-#include "cli/Text.h"
+#include "cli/Stage.h"
+#include "documents/RequestReader.h"
+#include "documents/Words.h"
+#include "inspect/URL.h"
 
 #include <utility>
 
 namespace lumo::cli {
+
+using namespace documents;
 
 namespace {
 
@@ -72,14 +75,14 @@ void checkIncoming(const Place& document, Report& report) {
 
 }  // namespace
 
-void check(std::string_view text, const TextPlace& place, const std::filesystem::path& folder,
+void check(std::string_view text, const TextPlace& place, const NamedBytes& named,
            std::vector<LintFinding>& findings) {
   Report report(place, findings);
   if (!trimmed(text).starts_with('{')) return checkURL(trimmed(text), report);
   try {
     const Value document = parseDocument(text);
     const bool isIncoming = !document.asDictionary()->find("message") && document.asDictionary()->find("url");
-    const Place whole(document, folder);
+    const Place whole(document, named);
     isIncoming ? checkIncoming(whole, report) : checkOutgoing(whole, report);
   } catch (const DocumentError& error) {
     report.add("bad-document", "", error.what());

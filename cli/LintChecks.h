@@ -1,7 +1,8 @@
 #pragma once
 
+#include "documents/NamedBytes.h"
+
 #include <cstddef>
-#include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,9 +23,9 @@ struct LintFinding {
   std::string message;  ///< one line, the key included
 };
 
-/// Checks one text, a document or a URL, and adds what it finds. `folder` is what paths in a document are
-/// relative to. Throws a FileError.
-void check(std::string_view text, const TextPlace& place, const std::filesystem::path& folder,
+/// Checks one text, a document or a URL, and adds what it finds. `named` gives the bytes that a document
+/// names. Throws a FileError.
+void check(std::string_view text, const TextPlace& place, const documents::NamedBytes& named,
            std::vector<LintFinding>& findings);
 
 }  // namespace lumo::cli

@@ -1,17 +1,19 @@
 #include "cli/NewDocument.h"
 
+#include "LumoApi/Base64.h"
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
 #include "cli/Files.h"
-#include "cli/ResultWriter.h"
-#include "cli/Surroundings.h"
-#include "cli/Text.h"
+#include "cli/Stage.h"
+#include "documents/ResultWriter.h"
+#include "documents/Words.h"
 #include "model/ContentClasses.h"
-#include "platform/Base64.h"
 
 #include <concepts>
 #include <utility>
 
 namespace lumo::cli {
+
+using namespace documents;
 
 namespace {
 
@@ -62,11 +64,6 @@ bool isSent(std::shared_ptr<LumoApiObject> object) {
 }
 
 }  // namespace
-
-std::string kindOf(std::string_view className) {
-  constexpr std::string_view kPrefix = "LumoApi", kSuffix = "Object";
-  return hyphenated(className.substr(kPrefix.size(), className.size() - kPrefix.size() - kSuffix.size()));
-}
 
 std::vector<std::string> contentKinds() {
   std::vector<std::string> kinds;

@@ -8,9 +8,6 @@
 
 namespace lumo::cli {
 
-/// What a class of content is called in short: "text" for LumoApiTextObject.
-std::string kindOf(std::string_view className);
-
 /// The kinds of content that can be sent.
 std::vector<std::string> contentKinds();
 

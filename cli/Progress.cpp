@@ -1,6 +1,6 @@
 #include "cli/Progress.h"
 
-#include "cli/InspectPrintable.h"
+#include "inspect/Printable.h"
 
 #include <unistd.h>
 

@@ -2,10 +2,10 @@
 
 #include "cli/Console.h"
 #include "cli/Files.h"
-#include "cli/InspectText.h"
-#include "cli/InspectURL.h"
 #include "cli/LaunchURL.h"
 #include "cli/QRCode.h"
+#include "inspect/Text.h"
+#include "inspect/URL.h"
 
 #include <sys/ioctl.h>
 #include <unistd.h>

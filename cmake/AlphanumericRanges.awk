@@ -1,5 +1,5 @@
-# Writes platform/AlphanumericRanges.h from UnicodeData.txt of the Unicode Character Database:
-#   awk -f cmake/AlphanumericRanges.awk /usr/share/unicode/UnicodeData.txt > platform/AlphanumericRanges.h
+# Writes platform/text/AlphanumericRanges.h from UnicodeData.txt of the Unicode Character Database:
+#   awk -f cmake/AlphanumericRanges.awk /usr/share/unicode/UnicodeData.txt > platform/text/AlphanumericRanges.h
 
 function fromHex(text,    i, value) {
   value = 0

@@ -4,6 +4,8 @@
 add_library(lumoapi_compile_options INTERFACE)
 target_compile_options(lumoapi_compile_options INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow $<$<BOOL:${PROJECT_IS_TOP_LEVEL}>:-Werror> -fvisibility=hidden -fvisibility-inlines-hidden)
+# Sources reach the rooms by name, and what is public as users do.
+target_include_directories(lumoapi_compile_options INTERFACE ${PROJECT_SOURCE_DIR})
 if(LUMOAPI_HEIF_FOUND)
   target_compile_definitions(lumoapi_compile_options INTERFACE LUMOAPI_HAVE_HEIF)
 endif()

@@ -12,18 +12,7 @@ foreach(form shared static)
   install(EXPORT LumoApi-${form} NAMESPACE LumoApi:: DESTINATION ${package_dir} COMPONENT development)
 endforeach()
 
-# The chief header and all that it reaches.
-set(LUMOAPI_PLATFORM_HEADERS Base64 CopyText Data Dictionary Export URL Value)
-list(TRANSFORM LUMOAPI_PLATFORM_HEADERS REPLACE ".+" "${PROJECT_SOURCE_DIR}/platform/\\0.h")
-file(GLOB LUMOAPI_TOP_HEADERS CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/LumoApi/*.h)
-file(GLOB LUMOAPI_MODEL_HEADERS CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/model/*.h)
-list(REMOVE_ITEM LUMOAPI_MODEL_HEADERS ${PROJECT_SOURCE_DIR}/model/ContentClasses.h)
-set(LUMOAPI_PUBLIC_HEADERS ${LUMOAPI_TOP_HEADERS} ${LUMOAPI_MODEL_HEADERS} ${LUMOAPI_PLATFORM_HEADERS})
-foreach(header ${LUMOAPI_PUBLIC_HEADERS})
-  cmake_path(GET header PARENT_PATH layer)
-  cmake_path(GET layer FILENAME layer)
-  install(FILES ${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/lumoapi/${layer} COMPONENT development)
-endforeach()
+install(FILES ${LUMOAPI_PUBLIC_HEADERS} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/LumoApi COMPONENT development)
 
 set(LUMOAPI_PKG_CONFIG_MODULES webp)
 set(LUMOAPI_PC_LIBS "-lboost_json -ljpeg -lpng -lwebp")
@@ -32,7 +21,7 @@ if(LUMOAPI_HEIF_FOUND)
   string(APPEND LUMOAPI_PC_LIBS " -lheif")
 endif()
 configure_package_config_file(cmake/LumoApiConfig.cmake.in LumoApiConfig.cmake INSTALL_DESTINATION ${package_dir})
-write_basic_package_version_file(LumoApiConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+write_basic_package_version_file(LumoApiConfigVersion.cmake COMPATIBILITY SameMinorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/LumoApiConfig.cmake ${PROJECT_BINARY_DIR}/LumoApiConfigVersion.cmake
   DESTINATION ${package_dir} COMPONENT development)
 

@@ -9,8 +9,8 @@ ctest --preset coverage
 
 # Vector code counts where the processor has its instructions; elsewhere nothing can run it.
 set --
-grep -qw avx2 /proc/cpuinfo || set -- --exclude platform/KernelsAVX2.cpp --exclude platform/KernelsVector.h
-grep -qw avx512_vbmi2 /proc/cpuinfo || set -- "$@" --exclude platform/KernelsAVX512.cpp
+grep -qw avx2 /proc/cpuinfo || set -- --exclude platform/kernels/AVX2.cpp --exclude platform/kernels/Vector.h
+grep -qw avx512_vbmi2 /proc/cpuinfo || set -- "$@" --exclude platform/kernels/AVX512.cpp
 
 # Branches to the clean-up after an exception are the compiler's, not ours.
 mkdir -p "$build/report"

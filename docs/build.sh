@@ -13,7 +13,7 @@ parts=$out/parts
 for sort in key limit refusal class table fields example url keys destination help file bench used; do mkdir -p "$parts/$sort"; done
 
 # What the code says of itself.
-awk -v out="$parts" -f docs/parts.awk cli/InspectKeys.cpp cli/InspectWarnings.h LumoApi/internal/*.h LumoApi/LumoApiRefusal.h model/*.h
+awk -v out="$parts" -f docs/parts.awk inspect/Keys.cpp inspect/Warnings.h LumoApi/internal/*.h LumoApi/LumoApiRefusal.h model/*.h
 
 # What the tool makes of each example: the document, its URL, and what the tool says of that URL.
 for document in examples/*.json; do
@@ -88,8 +88,8 @@ for sort in refusal example keys; do
 done
 
 # The API reference: the chief header and what it includes, without the library's own helpers.
-headers=$(c++ -std=c++20 -I. -MM LumoApi/LumoApiMessageAndUrlConverter.h | sed -e 's/^[^:]*: *//' -e 's/\\$//' | tr '\n' ' ' |
-  sed -e 's,platform/CopyText\.h,,' -e 's,model/Field\.h,,')
+headers=$(c++ -std=c++20 -I "$(dirname "$tool")/include" -MM LumoApi/LumoApiMessageAndUrlConverter.h | sed -e 's/^[^:]*: *//' -e 's/\\$//' | tr '\n' ' ' |
+  sed -e 's,[^ ]*/CopyText\.h,,' -e 's,[^ ]*/Field\.h,,')
 {
   cat docs/Doxyfile
   echo "INPUT = docs/lumo.dox $headers"

@@ -8,8 +8,8 @@ function after(text, marker) { return substr(text, index(text, marker) + length(
 
 FNR == 1 { doc = ""; class = ""; heading = "" }
 
-# --- InspectKeys.cpp (read before Keys.h): what each key means and how its value is written.
-FILENAME ~ /InspectKeys\.cpp$/ && /^ *\{keys::k[A-Za-z]+, +"/ {
+# --- inspect/Keys.cpp (read before Keys.h): what each key means and how its value is written.
+FILENAME ~ /inspect\/Keys\.cpp$/ && /^ *\{keys::k[A-Za-z]+, +"/ {
   constant = $1
   gsub(/[{,]|keys::/, "", constant)
   if (constant in meaning) next  # the table of words comes later
@@ -19,15 +19,15 @@ FILENAME ~ /InspectKeys\.cpp$/ && /^ *\{keys::k[A-Za-z]+, +"/ {
   split(rest, word, ",")
   form[constant] = word[2]
 }
-FILENAME ~ /InspectKeys\.cpp$/ && /^ *\{record_::k[A-Za-z]+\.text, +"/ {
+FILENAME ~ /inspect\/Keys\.cpp$/ && /^ *\{record_::k[A-Za-z]+\.text, +"/ {
   constant = $1
   gsub(/[{,]|record_::|\.text/, "", constant)
   recordMeaning[constant] = quoted($0)
 }
 
-# --- InspectWarnings.h
-FILENAME ~ /InspectWarnings\.h$/ && /^\/\/ / { heading = substr($0, 4); sub(/\.$/, "", heading) }
-FILENAME ~ /InspectWarnings\.h$/ && /^inline constexpr std::string_view k/ {
+# --- inspect/Warnings.h
+FILENAME ~ /inspect\/Warnings\.h$/ && /^\/\/ / { heading = substr($0, 4); sub(/\.$/, "", heading) }
+FILENAME ~ /inspect\/Warnings\.h$/ && /^inline constexpr std::string_view k/ {
   warnings = warnings (heading == lastHeading ? ", " : (warnings ? " |\n| " : "| ") heading " | ") "`" quoted($0) "`"
   lastHeading = heading
 }

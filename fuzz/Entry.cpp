@@ -1,5 +1,5 @@
+#include "LumoApi/LumoApiLog.h"
 #include "fuzz/Door.h"
-#include "model/LumoApiLog.h"
 
 #include <cstddef>
 #include <cstdint>

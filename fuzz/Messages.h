@@ -1,10 +1,10 @@
 #pragma once
 
+#include "LumoApi/Data.h"
+#include "LumoApi/LumoApiDatastore.h"
+#include "LumoApi/LumoApiMessage.h"
+#include "LumoApi/Value.h"
 #include "fuzz/Input.h"
-#include "model/LumoApiDatastore.h"
-#include "model/LumoApiMessage.h"
-#include "platform/Data.h"
-#include "platform/Value.h"
 
 #include <memory>
 #include <optional>

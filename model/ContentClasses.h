@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/LumoApiModel.h"
+#include "LumoApi/LumoApiModel.h"
 
 #include <memory>
 #include <string_view>

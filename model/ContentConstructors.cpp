@@ -1,6 +1,6 @@
 // The constructors under their own names; each keeps null as an absent field.
 
-#include "model/LumoApiModel.h"
+#include "LumoApi/LumoApiModel.h"
 
 using lumo::Data;
 using lumo::URL;

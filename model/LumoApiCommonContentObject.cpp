@@ -1,7 +1,7 @@
-#include "model/LumoApiCommonContentObject.h"
+#include "LumoApi/LumoApiCommonContentObject.h"
 
-#include "platform/KeyedArchiver.h"
-#include "platform/Text.h"
+#include "platform/archive/KeyedArchiver.h"
+#include "platform/text/Text.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "model/LumoApiLargeData.h"
-#include "model/LumoApiObject.h"
+#include "LumoApi/LumoApiLargeData.h"
+#include "LumoApi/LumoApiObject.h"
 
 // One thread at a time may use such an object, like every LumoApiObject.
 

@@ -1,4 +1,4 @@
-#include "model/LumoApiCurrentObject.h"
+#include "LumoApi/LumoApiCurrentObject.h"
 
 #include <utility>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "model/LumoApiObject.h"
-#include "platform/Export.h"
+#include "LumoApi/Export.h"
+#include "LumoApi/LumoApiObject.h"
 
 #include <memory>
 

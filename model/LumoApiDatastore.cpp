@@ -1,4 +1,4 @@
-#include "model/LumoApiDatastore.h"
+#include "LumoApi/LumoApiDatastore.h"
 
 #include <new>
 #include <utility>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "model/LumoApiLargeData.h"
-#include "model/LumoApiMessage.h"
-#include "platform/Export.h"
-#include "platform/Value.h"
+#include "LumoApi/Export.h"
+#include "LumoApi/LumoApiLargeData.h"
+#include "LumoApi/LumoApiMessage.h"
+#include "LumoApi/Value.h"
 
 #include <concepts>
 #include <memory>

@@ -1,7 +1,7 @@
-#include "model/LumoApiFilePasteboard.h"
+#include "LumoApi/LumoApiFilePasteboard.h"
 
-#include "platform/KeyedArchiver.h"
-#include "platform/PrivateFile.h"
+#include "platform/archive/KeyedArchiver.h"
+#include "platform/files/PrivateFile.h"
 
 #include <utility>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "model/LumoApiDatastore.h"
-#include "platform/Export.h"
+#include "LumoApi/Export.h"
+#include "LumoApi/LumoApiDatastore.h"
 
 #include <cstddef>
 #include <mutex>

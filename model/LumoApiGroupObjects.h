@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/LumoApiObject.h"
+#include "LumoApi/LumoApiObject.h"
 
 // One thread at a time may use an object of these, like every LumoApiObject.
 

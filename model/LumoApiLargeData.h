@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Value.h"
+#include "LumoApi/Value.h"
 
 #include <concepts>
 #include <memory>

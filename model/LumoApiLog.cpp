@@ -1,6 +1,6 @@
-#include "model/LumoApiLog.h"
+#include "LumoApi/LumoApiLog.h"
 
-#include "platform/KernelsPlain.h"
+#include "platform/kernels/Plain.h"
 
 #include <algorithm>
 #include <atomic>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Export.h"
+#include "LumoApi/Export.h"
 
 #include <cstdint>
 #include <functional>

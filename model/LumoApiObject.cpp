@@ -1,4 +1,4 @@
-#include "model/LumoApiObject.h"
+#include "LumoApi/LumoApiObject.h"
 
 #include "model/ContentClasses.h"
 

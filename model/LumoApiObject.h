@@ -1,10 +1,10 @@
 #pragma once
 
-#include "model/Field.h"
-#include "platform/Data.h"
-#include "platform/Export.h"
-#include "platform/URL.h"
-#include "platform/Value.h"
+#include "LumoApi/Data.h"
+#include "LumoApi/Export.h"
+#include "LumoApi/Field.h"
+#include "LumoApi/URL.h"
+#include "LumoApi/Value.h"
 
 #include <cstdint>
 #include <memory>

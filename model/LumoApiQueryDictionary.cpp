@@ -1,7 +1,7 @@
-#include "model/LumoApiQueryDictionary.h"
+#include "LumoApi/LumoApiQueryDictionary.h"
 
-#include "platform/JSON.h"
-#include "platform/PercentEncoding.h"
+#include "platform/text/PercentEncoding.h"
+#include "platform/values/JSON.h"
 
 #include <charconv>
 #include <iterator>

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "platform/Base64.h"
-#include "platform/CopyText.h"
-#include "platform/Data.h"
-#include "platform/Dictionary.h"
-#include "platform/Export.h"
-#include "platform/Value.h"
+#include "LumoApi/Base64.h"
+#include "LumoApi/CopyText.h"
+#include "LumoApi/Data.h"
+#include "LumoApi/Dictionary.h"
+#include "LumoApi/Export.h"
+#include "LumoApi/Value.h"
 
 #include <concepts>
 #include <cstddef>

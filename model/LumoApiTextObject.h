@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/LumoApiObject.h"
+#include "LumoApi/LumoApiObject.h"
 
 // One thread at a time may use such an object, like every LumoApiObject.
 

@@ -1,8 +1,8 @@
-#include "model/LumoOpenApiUtility.h"
+#include "LumoApi/LumoOpenApiUtility.h"
 
-#include "platform/Base64.h"
-#include "platform/PercentEncoding.h"
-#include "platform/Text.h"
+#include "LumoApi/Base64.h"
+#include "platform/text/PercentEncoding.h"
+#include "platform/text/Text.h"
 
 // base64EncodedStringWithUTF8String:
 std::optional<std::string> LumoOpenApiUtility::base64EncodedStringWithUTF8String(

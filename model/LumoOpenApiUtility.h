@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Data.h"
-#include "platform/Export.h"
+#include "LumoApi/Data.h"
+#include "LumoApi/Export.h"
 
 #include <optional>
 #include <string>

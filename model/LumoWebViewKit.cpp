@@ -1,4 +1,4 @@
-#include "model/LumoWebViewKit.h"
+#include "LumoApi/LumoWebViewKit.h"
 
 #include <memory>
 #include <mutex>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "model/LumoApiMessage.h"
-#include "platform/Export.h"
-#include "platform/URL.h"
+#include "LumoApi/Export.h"
+#include "LumoApi/LumoApiMessage.h"
+#include "LumoApi/URL.h"
 
 #include <functional>
 #include <optional>

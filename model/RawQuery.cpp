@@ -1,6 +1,6 @@
-#include "model/RawQuery.h"
+#include "LumoApi/RawQuery.h"
 
-#include "platform/Kernels.h"
+#include "platform/kernels/Kernels.h"
 
 #include <utility>
 

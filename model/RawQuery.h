@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/Data.h"
-#include "platform/Dictionary.h"
-#include "platform/Export.h"
+#include "LumoApi/Data.h"
+#include "LumoApi/Dictionary.h"
+#include "LumoApi/Export.h"
 
 #include <array>
 #include <cstddef>

@@ -19,7 +19,7 @@ import sys
 
 ROOT = pathlib.Path.cwd()
 BUILD, PLACE = (pathlib.Path(path).resolve() for path in sys.argv[1:3])
-PROGRAMS = {'platform': '*', 'model': '*', 'LumoApi': '*', 'robustness': '*', 'cli': 'Inspect.*:RequestReader*'}
+PROGRAMS = {'platform': '*', 'model': '*', 'LumoApi': '*', 'robustness': '*', 'documents': '*', 'cli': 'Inspect.*'}
 HEADERS = f'{PLACE}/headers.h'
 QUICK = 0.3  # seconds: such tests go first
 EDIT = re.compile(r'\[-(.*?)-\]|\{\+(.*?)\+\}')

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Data.h"
+#include "LumoApi/Data.h"
 
 // clang-format off
 #include <cstdio>  // jpeglib.h wants it before itself

@@ -2,7 +2,7 @@
 
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
 #include "LumoApi/converters/Converters.h"
-#include "platform/Image.h"
+#include "platform/pictures/Image.h"
 
 namespace lumo::converters {
 

@@ -2,7 +2,7 @@
 
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
 #include "LumoApi/converters/Converters.h"
-#include "platform/KeyedArchiver.h"
+#include "platform/archive/KeyedArchiver.h"
 
 namespace lumo::converters {
 

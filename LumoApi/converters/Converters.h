@@ -1,9 +1,9 @@
 #pragma once
 
+#include "LumoApi/LumoApiModel.h"
+#include "LumoApi/URL.h"
 #include "LumoApi/internal/Refusal.h"
 #include "LumoApi/internal/Skeleton.h"
-#include "model/LumoApiModel.h"
-#include "platform/URL.h"
 
 /// The conversion of each kind of content, under the name of the public operation that runs it.
 namespace lumo::converters {

@@ -3,7 +3,7 @@
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
 #include "LumoApi/converters/Converters.h"
 #include "LumoApi/internal/Keys.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 
 namespace lumo::converters {
 

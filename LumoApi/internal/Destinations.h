@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/LumoApiQueryDictionary.h"
+#include "LumoApi/LumoApiQueryDictionary.h"
 
 #include <cstdint>
 #include <string_view>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "LumoApi/LumoApiMessage.h"
 #include "LumoApi/LumoApiURLDecoder.h"
 #include "LumoApi/internal/Refusal.h"
-#include "model/LumoApiMessage.h"
 
 #include <memory>
 #include <optional>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/LumoApiQueryDictionary.h"
+#include "LumoApi/LumoApiQueryDictionary.h"
 
 /// The keys of a launch URL's query, each spelled once. Several differ only in case from each other, or from
 /// keys of the large-data record, which are a type of their own.

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "LumoApi/LumoApiQueryDictionary.h"
+#include "LumoApi/URL.h"
 #include "LumoApi/internal/Destinations.h"
-#include "model/LumoApiQueryDictionary.h"
-#include "platform/URL.h"
 
 #include <cstdint>
 #include <optional>

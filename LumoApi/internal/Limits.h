@@ -1,8 +1,8 @@
 #pragma once
 
+#include "LumoApi/Data.h"
 #include "LumoApi/LumoApiRefusal.h"
-#include "platform/Data.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 
 #include <cstddef>
 #include <cstdint>

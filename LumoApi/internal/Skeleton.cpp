@@ -1,8 +1,8 @@
 #include "LumoApi/internal/Skeleton.h"
 
 #include "LumoApi/internal/Keys.h"
-#include "platform/JSON.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
+#include "platform/values/JSON.h"
 
 namespace lumo {
 

@@ -1,14 +1,14 @@
 #pragma once
 
+#include "LumoApi/Data.h"
+#include "LumoApi/LumoApiDatastore.h"
+#include "LumoApi/LumoApiLargeData.h"
+#include "LumoApi/LumoApiMessage.h"
+#include "LumoApi/LumoApiModel.h"
+#include "LumoApi/LumoApiQueryDictionary.h"
+#include "LumoApi/URL.h"
 #include "LumoApi/internal/Destinations.h"
 #include "LumoApi/internal/Refusal.h"
-#include "model/LumoApiDatastore.h"
-#include "model/LumoApiLargeData.h"
-#include "model/LumoApiMessage.h"
-#include "model/LumoApiModel.h"
-#include "model/LumoApiQueryDictionary.h"
-#include "platform/Data.h"
-#include "platform/URL.h"
 
 #include <concepts>
 #include <cstdint>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "model/LumoApiDatastore.h"
-#include "model/LumoApiTextObject.h"
-#include "model/LumoApiURLObjects.h"
-#include "platform/Data.h"
+#include "LumoApi/Data.h"
+#include "LumoApi/LumoApiDatastore.h"
+#include "LumoApi/LumoApiTextObject.h"
+#include "LumoApi/LumoApiURLObjects.h"
 
 #include <cstdint>
 #include <map>

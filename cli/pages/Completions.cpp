@@ -1,10 +1,12 @@
 #include "cli/CommandTable.h"
-#include "cli/Text.h"
 #include "cli/pages/Pages.h"
+#include "documents/Words.h"
 
 #include <string_view>
 
 namespace lumo::cli {
+
+using namespace documents;
 
 namespace {
 

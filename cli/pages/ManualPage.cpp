@@ -1,7 +1,7 @@
 #include "cli/CommandTable.h"
 #include "cli/Help.h"
-#include "cli/InspectPrintable.h"
 #include "cli/pages/Pages.h"
+#include "inspect/Printable.h"
 
 #include <algorithm>
 #include <string_view>

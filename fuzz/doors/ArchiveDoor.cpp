@@ -1,9 +1,9 @@
 // Archives of strangers: whatever is read stays in its bounds and can be written and read again.
 
 #include "fuzz/Door.h"
-#include "platform/KeyedArchiver.h"
-#include "platform/KeyedUnarchiver.h"
-#include "platform/Text.h"
+#include "platform/archive/KeyedArchiver.h"
+#include "platform/archive/KeyedUnarchiver.h"
+#include "platform/text/Text.h"
 
 #include <algorithm>
 

@@ -2,9 +2,9 @@
 
 #include "fuzz/Door.h"
 #include "fuzz/Messages.h"
-#include "platform/KeyedArchiver.h"
-#include "platform/KeyedUnarchiver.h"
-#include "platform/Text.h"
+#include "platform/archive/KeyedArchiver.h"
+#include "platform/archive/KeyedUnarchiver.h"
+#include "platform/text/Text.h"
 
 #include <plist/plist.h>
 

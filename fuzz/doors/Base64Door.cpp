@@ -1,9 +1,9 @@
 // Base64 in both directions.
 
+#include "LumoApi/Base64.h"
+#include "LumoApi/LumoOpenApiUtility.h"
 #include "fuzz/Door.h"
-#include "model/LumoOpenApiUtility.h"
-#include "platform/Base64.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 
 #include <cstdint>
 #include <optional>

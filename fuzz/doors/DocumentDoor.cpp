@@ -1,13 +1,13 @@
 // Documents of the tool: read, converted, written, and read again.
 
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
-#include "cli/RequestReader.h"
-#include "cli/ResultWriter.h"
+#include "cli/Stage.h"
+#include "documents/RequestReader.h"
+#include "documents/ResultWriter.h"
 #include "fuzz/Door.h"
-#include "platform/JSON.h"
+#include "platform/values/JSON.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <string>
 
 namespace lumo::fuzz {
@@ -15,8 +15,9 @@ namespace lumo::fuzz {
 namespace {
 
 using namespace cli;
+using namespace documents;
 
-const std::filesystem::path kFolder = "/nonexistent";
+const NamedBytes kNone;
 
 /// Whether some member names a file, which must not be read from here.
 bool namesFile(const Value& value) {
@@ -41,7 +42,7 @@ void checkReading(const Value& document, T content) {
   const std::optional<Value> parsed = parseJSON(text);
   require(parsed.has_value(), "a result is JSON");
   if (parsed->isNull()) return;
-  read(Place(*parsed, kFolder), content);
+  read(Place(*parsed, kNone), content);
   if constexpr (requires { content.get(); }) {
     require(textOf(documentOf(content.get())) == text, "what was written is read");
   } else {
@@ -78,7 +79,7 @@ void door(std::string_view input) {
   if (!document || namesFile(*document)) return;
   const Value::Dictionary* members = document->asDictionary();
   try {
-    const Place place(*document, kFolder);
+    const Place place(*document, kNone);
     members && members->contains("url") ? decode(place) : encode(place);
   } catch (const DocumentError& error) {
     require(*error.what() != '\0', "an error has words");

@@ -1,13 +1,13 @@
 // URLs that open the app. The input is a byte of flags, a piece for the store's record, and the URL.
 
+#include "LumoApi/LumoApiDatastore.h"
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
+#include "LumoApi/LumoOpenApiUtility.h"
+#include "LumoApi/LumoWebViewKit.h"
 #include "fuzz/Door.h"
 #include "fuzz/Input.h"
 #include "model/ContentClasses.h"
-#include "model/LumoApiDatastore.h"
-#include "model/LumoOpenApiUtility.h"
-#include "model/LumoWebViewKit.h"
-#include "platform/KeyedUnarchiver.h"
+#include "platform/archive/KeyedUnarchiver.h"
 
 #include <string>
 

@@ -1,12 +1,12 @@
 // URLs that are inspected: the first line of the input, with the rest as the archived record in the store.
 
-#include "cli/InspectJSON.h"
-#include "cli/InspectText.h"
-#include "cli/InspectURL.h"
 #include "fuzz/Door.h"
-#include "platform/JSON.h"
-#include "platform/KeyedUnarchiver.h"
-#include "platform/Text.h"
+#include "inspect/JSON.h"
+#include "inspect/Text.h"
+#include "inspect/URL.h"
+#include "platform/archive/KeyedUnarchiver.h"
+#include "platform/text/Text.h"
+#include "platform/values/JSON.h"
 
 #include <algorithm>
 #include <string>
@@ -15,7 +15,7 @@ namespace lumo::fuzz {
 
 namespace {
 
-using namespace cli::inspection;
+using namespace inspection;
 
 /// What people and programs are shown obeys neither the URL nor its terminal.
 void checkPage(std::string_view page) {
@@ -30,10 +30,10 @@ void checkPage(std::string_view page) {
 
 void checkFindings(const URL& url, const Store& store, bool all) {
   const Findings findings = findingsOf(url, store, all);
-  const std::string page = textOf(findings, {}, {.isColoured = false, .isFull = all});
+  const std::string page = textOf(findings, {.isColoured = false, .isFull = all});
   checkPage(page);
   require(!page.empty(), "there is always something to say");
-  const std::string json = jsonOf(findings, {});
+  const std::string json = jsonOf(documentOf(findings));
   checkPage(json);
   require(parseJSON(json).has_value(), "the findings for programs are JSON");
 }
@@ -48,7 +48,7 @@ void door(std::string_view input) {
   if (!url) {
     require(reason.offset <= line.size() && !reason.reason.empty(), "a reason has a place");
     checkPage(textOf(line, reason));
-    require(parseJSON(jsonOf(line, reason)).has_value(), "for programs too");
+    require(parseJSON(jsonOf(documentOf(line, reason))).has_value(), "for programs too");
     return;
   }
   const std::optional<Value> record = unarchivedValue(Data::copy(input));

@@ -1,8 +1,8 @@
 // JSON texts: read, written and read again.
 
 #include "fuzz/Door.h"
-#include "platform/JSON.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
+#include "platform/values/JSON.h"
 
 namespace lumo::fuzz {
 

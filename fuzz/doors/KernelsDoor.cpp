@@ -3,7 +3,7 @@
 
 #include "fuzz/Door.h"
 #include "fuzz/Input.h"
-#include "platform/Kernels.h"
+#include "platform/kernels/Kernels.h"
 
 #include <memory>
 #include <string>

@@ -1,13 +1,13 @@
 // Messages of every class, converted under whatever the store holds.
 
+#include "LumoApi/Base64.h"
+#include "LumoApi/LumoApiCurrentObject.h"
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
 #include "LumoApi/internal/Destinations.h"
 #include "fuzz/Door.h"
 #include "fuzz/Messages.h"
 #include "model/ContentClasses.h"
-#include "model/LumoApiCurrentObject.h"
-#include "platform/Base64.h"
-#include "platform/Text.h"
+#include "platform/text/Text.h"
 
 #include <algorithm>
 #include <concepts>

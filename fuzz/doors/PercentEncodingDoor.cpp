@@ -1,9 +1,9 @@
 // Percent-encoding in both directions, and the UTF-8 checks under it.
 
+#include "LumoApi/LumoOpenApiUtility.h"
 #include "fuzz/Door.h"
-#include "model/LumoOpenApiUtility.h"
-#include "platform/PercentEncoding.h"
-#include "platform/Text.h"
+#include "platform/text/PercentEncoding.h"
+#include "platform/text/Text.h"
 
 #include <algorithm>
 #include <cctype>

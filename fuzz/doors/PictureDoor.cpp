@@ -1,10 +1,10 @@
 // Pictures. The first byte tells the quality. Small ones only: what takes a decoder seconds is found
 // elsewhere.
 
-#include "cli/InspectContent.h"
 #include "fuzz/Door.h"
 #include "fuzz/Input.h"
-#include "platform/Image.h"
+#include "inspect/Content.h"
+#include "platform/pictures/Image.h"
 
 #include <zlib.h>
 
@@ -15,7 +15,7 @@ namespace lumo::fuzz {
 
 namespace {
 
-using cli::inspection::contentOf;
+using inspection::contentOf;
 
 std::uint32_t bigEndian(std::string_view bytes) { return Input(bytes).number<std::uint32_t>(); }
 

@@ -3,10 +3,10 @@
 
 #include "LumoApi/LumoApiURLDecoder.h"
 #include "LumoApi/LumoApiURLEncoder.h"
+#include "LumoApi/RawQuery.h"
 #include "fuzz/Door.h"
-#include "model/RawQuery.h"
-#include "platform/PercentEncoding.h"
-#include "platform/Text.h"
+#include "platform/text/PercentEncoding.h"
+#include "platform/text/Text.h"
 
 #include <algorithm>
 #include <string>

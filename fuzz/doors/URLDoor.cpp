@@ -1,9 +1,9 @@
 // URL texts: what is accepted and how it is split, held against another parser.
 
 #include "LumoApi/LumoApiURLDecoder.h"
+#include "LumoApi/URL.h"
 #include "fuzz/Door.h"
-#include "platform/PercentEncoding.h"
-#include "platform/URL.h"
+#include "platform/text/PercentEncoding.h"
 
 #include <boost/url/parse.hpp>
 

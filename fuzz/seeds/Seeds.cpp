@@ -1,15 +1,15 @@
 // Makes the inputs that the fuzzers start from, a folder for each door: real conversions, and mutations of
 // them. Always the same ones.
 
+#include "LumoApi/Base64.h"
+#include "LumoApi/LumoApiDatastore.h"
+#include "LumoApi/LumoApiLog.h"
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
-#include "cli/ResultWriter.h"
+#include "documents/ResultWriter.h"
 #include "fuzz/Messages.h"
 #include "fuzz/seeds/Pictures.h"
-#include "model/LumoApiDatastore.h"
-#include "model/LumoApiLog.h"
-#include "platform/Base64.h"
-#include "platform/JSON.h"
-#include "platform/KeyedArchiver.h"
+#include "platform/archive/KeyedArchiver.h"
+#include "platform/values/JSON.h"
 
 #include <cstdio>
 #include <filesystem>
@@ -82,7 +82,7 @@ Conversions conversions() {
     if (archive && archive->size() < kLargest) made.archives.emplace_back(archive->joined().view());
     const bool isLarge = archive && archive->size() > kLargest;
     if (!url || isLarge || made.documents.size() >= kMost / 2) continue;
-    const auto document = writeJSON(Value::Dictionary{{"message", cli::documentOf(message)},
+    const auto document = writeJSON(Value::Dictionary{{"message", documents::documentOf(message)},
                                                       {"datastore", Value::Dictionary{{"scheme", "demo"}}}});
     if (document && document->size() < kLargest) made.documents.push_back(*document);
   }

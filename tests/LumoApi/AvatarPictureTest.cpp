@@ -1,6 +1,6 @@
 // The profile picture that is too long to be sent as it is.
 
-#include "platform/Image.h"
+#include "platform/pictures/Image.h"
 #include "support/Pictures.h"
 #include "tests/LumoApi/ConverterTest.h"
 

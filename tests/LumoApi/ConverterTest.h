@@ -1,11 +1,11 @@
 #pragma once
 
+#include "LumoApi/LumoApiCurrentObject.h"
+#include "LumoApi/LumoApiDatastore.h"
+#include "LumoApi/LumoApiLog.h"
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
+#include "LumoApi/LumoOpenApiUtility.h"
 #include "model/ContentClasses.h"
-#include "model/LumoApiCurrentObject.h"
-#include "model/LumoApiDatastore.h"
-#include "model/LumoApiLog.h"
-#include "model/LumoOpenApiUtility.h"
 
 #include <gtest/gtest.h>
 

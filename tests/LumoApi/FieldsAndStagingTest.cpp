@@ -1,4 +1,4 @@
-#include "platform/KeyedArchiver.h"
+#include "platform/archive/KeyedArchiver.h"
 #include "tests/LumoApi/ConverterTest.h"
 
 namespace {

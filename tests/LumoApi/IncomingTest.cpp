@@ -1,7 +1,7 @@
 // URLs that opened the app, and what they become.
 
-#include "model/LumoWebViewKit.h"
-#include "platform/KeyedArchiver.h"
+#include "LumoApi/LumoWebViewKit.h"
+#include "platform/archive/KeyedArchiver.h"
 #include "tests/LumoApi/ConverterTest.h"
 
 namespace {

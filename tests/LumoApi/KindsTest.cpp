@@ -1,8 +1,8 @@
 // Every kind of content: what it sends, what it stages, where it leads.
 
-#include "platform/JSON.h"
-#include "platform/KeyedArchiver.h"
-#include "platform/Text.h"
+#include "platform/archive/KeyedArchiver.h"
+#include "platform/text/Text.h"
+#include "platform/values/JSON.h"
 #include "tests/LumoApi/ConverterTest.h"
 
 namespace {

@@ -2,7 +2,7 @@
 
 #include "cli/CommandTable.h"
 #include "cli/NewDocument.h"
-#include "platform/JSON.h"
+#include "platform/values/JSON.h"
 #include "tests/cli/ShellTest.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // The example documents: there is one of every kind, each converts, and their README says truly what they
 // send.
 
-#include "platform/JSON.h"
+#include "platform/values/JSON.h"
 #include "tests/cli/ShellTest.h"
 
 #include <regex>

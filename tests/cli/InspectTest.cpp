@@ -1,13 +1,13 @@
 // What the tool says of launch URLs: of good ones, of spoiled ones and of hostile ones.
 
-#include "cli/InspectContent.h"
-#include "cli/InspectJSON.h"
-#include "cli/InspectPrintable.h"
-#include "cli/InspectText.h"
-#include "model/LumoApiFilePasteboard.h"
-#include "platform/Base64.h"
-#include "platform/JSON.h"
-#include "platform/KeyedArchiver.h"
+#include "LumoApi/Base64.h"
+#include "LumoApi/LumoApiFilePasteboard.h"
+#include "inspect/Content.h"
+#include "inspect/JSON.h"
+#include "inspect/Printable.h"
+#include "inspect/Text.h"
+#include "platform/archive/KeyedArchiver.h"
+#include "platform/values/JSON.h"
 #include "tests/cli/ShellTest.h"
 
 #include <regex>
@@ -18,8 +18,8 @@
 namespace {
 
 namespace fs = std::filesystem;
-namespace codes = lumo::cli::inspection::codes;
-using namespace lumo::cli::inspection;
+namespace codes = lumo::inspection::codes;
+using namespace lumo::inspection;
 using lumo::Data;
 using lumo::Value;
 using namespace std::string_literals;
@@ -180,7 +180,7 @@ TEST(Inspect, WarnsOfWhatIsWrong) {
     SCOPED_TRACE(url.substr(0, 300));
     const Findings found = findings(url);
     EXPECT_EQ(codesOf(found), expected);
-    expectHarmless(textOf(found, std::nullopt, {}));
+    expectHarmless(textOf(found, {}));
   }
 }
 
@@ -317,11 +317,11 @@ TEST(Inspect, TextOfStrangersStaysText) {
       findings(kShare + kSender + "text&file_data=" + lumo::base64Encoded(kHostile) +
                    "&thirdAppDisplayName=" + lumo::base64Encoded(kHostile) + "&appid=%1B%0A&%1B=",
           storeOf({{kHostile, kHostile}}));
-  expectHarmless(textOf(found, Saved({kHostile}), {.isFull = true}), Width::Any);
-  const std::string text = textOf(found, std::nullopt, {});
+  expectHarmless(textOf(found, {.isFull = true}, {{"Saved", {kHostile}}}), Width::Any);
+  const std::string text = textOf(found, {});
   expectHarmless(text);
   EXPECT_NE(text.find("… 309 characters in all; --full"), std::string::npos) << text;
-  const std::string json = jsonOf(found, Saved({kHostile}));
+  const std::string json = jsonOf(documentOf(found));
   expectHarmless(json, Width::Any);
   const Value document = lumo::parseJSON(json).value();
   const Value& entry = (*document.asDictionary()->find("entries")->asArray())[4];
@@ -337,13 +337,13 @@ TEST(Inspect, ManyPairsTakeNoTime) {
   EXPECT_EQ(found.entriesLeftOut + found.entries.size(), 400'006u);
   EXPECT_EQ(*found.text("title"), "Hi") << "a key that counts is shown wherever it stands";
   EXPECT_GT(found.warnings.leftOut(), 500'000u);
-  EXPECT_LT(textOf(found, std::nullopt, {}).size(), 20'000u);
+  EXPECT_LT(textOf(found, {}).size(), 20'000u);
   EXPECT_EQ(findings(url, {}, true).entriesLeftOut, 0u);
 
   Value::Array deep;
   for (int level = 1; level < 511; ++level) deep = Value::Array{deep};
   const std::string map = lumo::base64Encoded(*lumo::writeJSON(deep));
-  EXPECT_TRUE(lumo::parseJSON(jsonOf(findings(kText + "&extMap=" + map), std::nullopt)));
+  EXPECT_TRUE(lumo::parseJSON(jsonOf(documentOf(findings(kText + "&extMap=" + map)))));
 }
 
 TEST_F(InspectTest, SavesBytesInTheFolderAlone) {
@@ -378,7 +378,7 @@ TEST_F(InspectTest, DocumentForPrograms) {
   const std::string url =
       "mlumothirdappgroup://thirdappgroup/"
       "joingroup?unionid=%26&cflag=18446744073709551615&extMap=eyJhIjoxfQ==";
-  const Value document = lumo::parseJSON(jsonOf(findings(url), std::nullopt)).value();
+  const Value document = lumo::parseJSON(jsonOf(documentOf(findings(url)))).value();
   const auto json = [](std::string text) { return lumo::parseJSON(text).value(); };
   const auto& members = *document.asDictionary();
   EXPECT_EQ(*members.find("url"), Value(url));
@@ -394,11 +394,10 @@ TEST_F(InspectTest, DocumentForPrograms) {
       {"key":"extMap","meaning":"extra map","encoding":"base64-json","raw":"eyJhIjoxfQ==","value":{"a":1},
        "counts":true}])"));
   const std::string text =
-      jsonOf(findings(kPicture, storeOf({{"file_data", Data("GIF89a\2\0\1\0"s)}})), Saved({"d/f"}));
+      jsonOf(documentOf(findings(kPicture, storeOf({{"file_data", Data("GIF89a\2\0\1\0"s)}}))));
   const Value record = lumo::parseJSON(text).value();
   EXPECT_EQ(*record.asDictionary()->find("record"), json(R"({"place":"store","announced":true,"entries":[
       {"path":"file_data","meaning":"main bytes","content":"GIF picture","size":10,"width":2,"height":1}],"leftOut":0})"));
-  EXPECT_EQ(*record.asDictionary()->find("saved"), json(R"(["d/f"])"));
   EXPECT_EQ(*record.asDictionary()->find("kind"), json(R"({"word":"img","meaning":"a picture"})"));
 }
 

@@ -1,7 +1,7 @@
 // The tool as a whole, as a shell and as another program meet it.
 
-#include "platform/Base64.h"
-#include "platform/JSON.h"
+#include "LumoApi/Base64.h"
+#include "platform/values/JSON.h"
 #include "tests/cli/ShellTest.h"
 
 #include <utility>

@@ -52,7 +52,7 @@ if [ "$1" = --deb ]; then
   # shellcheck disable=SC2086
   dpkg -P $packages >"$work/log"
   trap 'rm -rf "$work"' EXIT
-  ! ls -d /usr/include/lumoapi /usr/bin/lumoapi /usr/lib/*/liblumoapi* 2>/dev/null || fail "not all removed"
+  ! ls -d /usr/include/LumoApi /usr/bin/lumoapi /usr/lib/*/liblumoapi* 2>/dev/null || fail "not all removed"
   echo "ok: Debian packages removed"
   exit
 fi
@@ -62,7 +62,7 @@ cmake --install "$1" --prefix "$prefix" >"$work/log"
 PKG_CONFIG_PATH=$(dirname "$(find "$prefix" -name lumoapi.pc)")
 export PKG_CONFIG_PATH CMAKE_PREFIX_PATH="$prefix"
 
-cd "$prefix/include/lumoapi"
+cd "$prefix/include"
 ! grep -rE '#include <.*[./]' . || fail "a header needs another library"
 find . -name '*.h' | sed 's|.*|#include "&"|' | while read -r include; do
   echo "$include" | g++ -std=c++20 -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -I. -fsyntax-only -x c++ - ||

@@ -1,4 +1,4 @@
-#include "model/LumoApiFilePasteboard.h"
+#include "LumoApi/LumoApiFilePasteboard.h"
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>

@@ -1,11 +1,11 @@
+#include "LumoApi/LumoApiDatastore.h"
+#include "LumoApi/LumoApiLog.h"
+#include "LumoApi/LumoApiQueryDictionary.h"
+#include "LumoApi/LumoOpenApiUtility.h"
+#include "LumoApi/LumoWebViewKit.h"
 #include "model/ContentClasses.h"
-#include "model/LumoApiDatastore.h"
-#include "model/LumoApiLog.h"
-#include "model/LumoApiQueryDictionary.h"
-#include "model/LumoOpenApiUtility.h"
-#include "model/LumoWebViewKit.h"
-#include "platform/ClassName.h"
-#include "platform/KeyedArchiver.h"
+#include "platform/archive/KeyedArchiver.h"
+#include "platform/text/ClassName.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "platform/BinaryPlistReader.h"
+#include "platform/archive/BinaryPlistReader.h"
 
 #include <gtest/gtest.h>
 

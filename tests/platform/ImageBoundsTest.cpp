@@ -1,6 +1,6 @@
 // Pictures that would keep a decoder busy or fill the memory; each is stopped by one bound alone.
 
-#include "platform/Image.h"
+#include "platform/pictures/Image.h"
 #include "support/Pictures.h"
 
 #include <gtest/gtest.h>

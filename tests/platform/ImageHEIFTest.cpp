@@ -1,8 +1,8 @@
 // HEIF files put together so that a decoder would come to no end, and what is kept of those from cameras.
 
-#include "platform/Base64.h"
-#include "platform/Image.h"
-#include "platform/ImageCodec.h"
+#include "LumoApi/Base64.h"
+#include "platform/pictures/Codec.h"
+#include "platform/pictures/Image.h"
 #include "support/Pictures.h"
 #include "tests/platform/SampleHEIF.h"
 

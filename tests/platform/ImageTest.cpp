@@ -1,6 +1,6 @@
-#include "platform/Base64.h"
-#include "platform/Image.h"
-#include "platform/ImageCodec.h"
+#include "LumoApi/Base64.h"
+#include "platform/pictures/Codec.h"
+#include "platform/pictures/Image.h"
 #include "support/Pictures.h"
 #include "tests/platform/SampleHEIF.h"
 

@@ -1,4 +1,4 @@
-#include "platform/JSON.h"
+#include "platform/values/JSON.h"
 
 #include <gtest/gtest.h>
 

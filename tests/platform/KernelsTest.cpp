@@ -1,7 +1,7 @@
-#include "platform/Base64.h"
-#include "platform/Kernels.h"
-#include "platform/PercentEncoding.h"
-#include "platform/Text.h"
+#include "LumoApi/Base64.h"
+#include "platform/kernels/Kernels.h"
+#include "platform/text/PercentEncoding.h"
+#include "platform/text/Text.h"
 
 #include <gtest/gtest.h>
 

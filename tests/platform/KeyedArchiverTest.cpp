@@ -1,6 +1,6 @@
-#include "platform/Base64.h"
-#include "platform/BinaryPlistWriter.h"
-#include "platform/KeyedArchiver.h"
+#include "LumoApi/Base64.h"
+#include "platform/archive/BinaryPlistWriter.h"
+#include "platform/archive/KeyedArchiver.h"
 
 #include <gtest/gtest.h>
 #include <plist/plist.h>

@@ -1,4 +1,4 @@
-#include "platform/PercentEncoding.h"
+#include "platform/text/PercentEncoding.h"
 
 #include <gtest/gtest.h>
 

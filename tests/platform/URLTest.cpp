@@ -1,4 +1,4 @@
-#include "platform/URL.h"
+#include "LumoApi/URL.h"
 
 #include <boost/url/parse.hpp>
 #include <gtest/gtest.h>

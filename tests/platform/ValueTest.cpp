@@ -1,4 +1,4 @@
-#include "platform/Value.h"
+#include "LumoApi/Value.h"
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>

@@ -2,12 +2,12 @@
 // made to collide do not, and no depth needs more than a small stack. A step that took quadratic time would
 // not come to an end on inputs of this size.
 
-#include "model/LumoApiLog.h"
-#include "platform/Base64.h"
-#include "platform/BinaryPlistWriter.h"
-#include "platform/Image.h"
-#include "platform/JSON.h"
-#include "platform/KeyedArchiver.h"
+#include "LumoApi/Base64.h"
+#include "LumoApi/LumoApiLog.h"
+#include "platform/archive/BinaryPlistWriter.h"
+#include "platform/archive/KeyedArchiver.h"
+#include "platform/pictures/Image.h"
+#include "platform/values/JSON.h"
 #include "support/Allocations.h"
 #include "tests/platform/SampleHEIF.h"
 #include "tests/robustness/Requests.h"

@@ -1,10 +1,10 @@
 // Memory that runs out: every allocation of every operation fails once, alone and with all that follow it.
 // Each time the whole result comes or none, nothing leaks, and a refusal changes nothing.
 
-#include "model/LumoApiLog.h"
-#include "platform/Base64.h"
-#include "platform/Image.h"
-#include "platform/KeyedArchiver.h"
+#include "LumoApi/Base64.h"
+#include "LumoApi/LumoApiLog.h"
+#include "platform/archive/KeyedArchiver.h"
+#include "platform/pictures/Image.h"
 #include "support/Allocations.h"
 #include "tests/platform/SampleHEIF.h"
 #include "tests/robustness/Requests.h"

@@ -1,6 +1,6 @@
 // Pictures that are read and written row by row take little memory, however large they are.
 
-#include "platform/Image.h"
+#include "platform/pictures/Image.h"
 #include "support/Allocations.h"
 #include "support/Pictures.h"
 

@@ -2,7 +2,7 @@
 
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
 #include "cli/Files.h"
-#include "cli/RequestReader.h"
+#include "documents/RequestReader.h"
 
 #include <filesystem>
 #include <fstream>
@@ -25,7 +25,8 @@ inline std::vector<Outgoing> outgoing() {
   for (const auto& file : std::filesystem::directory_iterator(folder)) {
     if (file.path().extension() != ".json") continue;
     const auto document = lumo::parseJSON(lumo::cli::readRegularFile(file.path()).view());
-    LumoApiMessage message = *lumo::cli::readEncodeRequest({*document, folder}).message;
+    LumoApiMessage message =
+        *lumo::documents::readEncodeRequest({*document, lumo::cli::FilesBeside(folder)}).message;
     auto card = std::make_shared<LumoApiKivaObject>();
     card->setKivaData("{\"app\":\"card\"}");
     message.setIsSupportKiva(true);

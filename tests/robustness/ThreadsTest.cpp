@@ -1,11 +1,11 @@
 // Sixteen threads convert in both directions against one store whose values, record and message change all
 // the time, with handlers that come and go. A data race shows under the thread sanitizer, a mixture anywhere.
 
-#include "model/LumoApiCurrentObject.h"
-#include "model/LumoApiLog.h"
-#include "model/LumoWebViewKit.h"
-#include "platform/Base64.h"
-#include "platform/KeyedArchiver.h"
+#include "LumoApi/Base64.h"
+#include "LumoApi/LumoApiCurrentObject.h"
+#include "LumoApi/LumoApiLog.h"
+#include "LumoApi/LumoWebViewKit.h"
+#include "platform/archive/KeyedArchiver.h"
 #include "tests/robustness/Requests.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,5 @@
 // The large-data record: how it is built, and the two ways on which it travels beside a launch URL.
 
-#include "LumoApi/LumoApiLog.h"
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
 #include "LumoApi/internal/Keys.h"
 #include "LumoApi/internal/Skeleton.h"
@@ -39,20 +38,22 @@ std::shared_ptr<LumoApiLargeData> largeData(const LargeDataParts& parts) {
 }
 
 void stage(const LargeDataParts& parts, Conversion& conversion) {
-  if (!anyGiven(parts)) return LumoApiLog::log("pasteboarditem count: %d", {std::int64_t{0}});
+  if (!anyGiven(parts)) return conversion.collaborators.log("pasteboarditem count: %d", {std::int64_t{0}});
   auto record = largeData(parts);
-  LumoApiLog::log("pasteboarditem count: %d", {static_cast<std::int64_t>(record->size())});
+  conversion.collaborators.log("pasteboarditem count: %d", {static_cast<std::int64_t>(record->size())});
   if (!record->empty()) conversion.staged = std::move(record);
 }
 
 void stageByLocation(const LargeDataParts& parts, LumoApiQueryDictionary& query, Conversion& conversion) {
   const std::optional<std::string> location = query.text(keys::kObjectLocation);
-  LumoApiLog::log("large data's location is 「%s」", {std::string_view(location ? *location : "")});
+  conversion.collaborators.log("large data's location is 「%s」",
+                               {std::string_view(location ? *location : "")});
   if (location != "url") return stage(parts, conversion);
   auto record = largeData(parts);
   if (record->empty()) return query.set(keys::kPasteboard, "");
   std::optional<DataChain> archive = archivedData(Value(std::move(*record)));
-  LumoApiLog::log("large data's length:%lu", {static_cast<std::uint64_t>(archive ? archive->size() : 0)});
+  conversion.collaborators.log("large data's length:%lu",
+                               {static_cast<std::uint64_t>(archive ? archive->size() : 0)});
   if (archive) query.set(keys::kPasteboard, QueryValue::base64(*std::move(archive)));
 }
 
@@ -70,7 +71,7 @@ template <class Step>
 bool staged(const Step& step) noexcept try {
   lumo::Conversion conversion;
   step(conversion);
-  return !conversion.staged || LumoApiDatastore::instance().setApiLargeData(std::move(conversion.staged));
+  return !conversion.staged || conversion.collaborators.setRecord(std::move(conversion.staged));
 } catch (...) {  // memory is exhausted: nothing is staged
   return false;
 }

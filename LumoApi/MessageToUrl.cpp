@@ -1,8 +1,8 @@
 // The outgoing entry: the checks that hold for every kind of content, and the choice of the converter.
 
-#include "LumoApi/LumoApiLog.h"
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
 #include "LumoApi/converters/Converters.h"
+#include "LumoApi/internal/Entries.h"
 #include "LumoApi/internal/Skeleton.h"
 #include "platform/text/ClassName.h"
 
@@ -81,8 +81,8 @@ Check checked(const LumoApiMessage& message) {
 Result<URL> convertedMessage(const LumoApiMessage& message, Conversion& conversion) {
   if (Check refusal = checked(message)) return *refusal;
   LumoApiObject& object = *message.object();
-  if (LumoApiLog::isListening()) {
-    LumoApiLog::log("urlWithMessage, share with :%@", {className(typeid(object))});
+  if (conversion.collaborators.isListening()) {
+    conversion.collaborators.log("urlWithMessage, share with :%@", {className(typeid(object))});
   }
   for (const Row& row : kRows) {
     if (row.matches(object)) return row.convert(object, conversion);
@@ -91,6 +91,18 @@ Result<URL> convertedMessage(const LumoApiMessage& message, Conversion& conversi
 }
 
 }  // namespace
+
+std::optional<URL> entries::urlWithMessage(const std::optional<LumoApiMessage>& message,
+                                           Collaborators& collaborators, LumoApiRefusal* refusal) noexcept {
+  if (!message) return concluded<URL>(missing("message", kSilent), collaborators, refusal);
+  Conversion conversion{.collaborators = collaborators,
+                        .type = message->type(),
+                        .kiva = message->isSupportKiva() ? message->kivaObject().get() : nullptr};
+  return concluded(
+      converted(conversion, [&message](Conversion& current) { return convertedMessage(*message, current); }),
+      collaborators, refusal);
+}
+
 }  // namespace lumo
 
 // urlWithMessage:
@@ -101,12 +113,5 @@ std::optional<lumo::URL> LumoApiMessageAndUrlConverter::urlWithMessage(
 
 std::optional<lumo::URL> LumoApiMessageAndUrlConverter::urlWithMessage(
     const std::optional<LumoApiMessage>& message, LumoApiRefusal* refusal) noexcept {
-  if (!message) return lumo::concluded<lumo::URL>(lumo::missing("message", lumo::kSilent), refusal);
-  lumo::Conversion conversion{.type = message->type(),
-                              .kiva = message->isSupportKiva() ? message->kivaObject().get() : nullptr};
-  return lumo::concluded(lumo::converted(conversion,
-                                         [&message](lumo::Conversion& current) {
-                                           return lumo::convertedMessage(*message, current);
-                                         }),
-                         refusal);
+  return lumo::entries::urlWithMessage(message, lumo::processCollaborators(), refusal);
 }

@@ -41,7 +41,7 @@ void LumoApiMessageAndUrlConverter::setTitle(Text title, Text description, Text 
   lumo::changed([&] {
     lumo::StoreValues store;
     if (lumo::isEmpty(appName)) {
-      store = LumoApiDatastore::instance().values();
+      store = lumo::processCollaborators().values();
       appName = store->appName;
     }
     lumo::setBase64(queryItem, lumo::keys::kTitle, lumo::owned(title));

@@ -1,7 +1,6 @@
 // Requests of the messenger: to let the user pick content, or to show content that is rebuilt here from the
 // query and from the large-data record.
 
-#include "LumoApi/LumoApiDatastore.h"
 #include "LumoApi/LumoApiLargeData.h"
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
 #include "LumoApi/internal/Incoming.h"
@@ -17,6 +16,8 @@ namespace {
 /// The large-data record as it is at this moment; entries that are missing or of another type read as null.
 class Record {
  public:
+  explicit Record(const Collaborators& collaborators) noexcept : held_(collaborators.record()) {}
+
   std::optional<Data> bytes(RecordKey key) const {
     const Value* value = find(key);
     const Data* data = value ? value->asData() : nullptr;
@@ -33,7 +34,7 @@ class Record {
  private:
   const Value* find(RecordKey key) const noexcept { return held_ ? held_->find(key.text) : nullptr; }
 
-  LumoApiLargeDataPtr held_ = LumoApiDatastore::instance().getApiLargeData();
+  LumoApiLargeDataPtr held_;
 };
 
 std::optional<std::string> titleOf(const LumoApiURLDecoder& decoder) {
@@ -59,17 +60,16 @@ std::shared_ptr<LumoApiObject> text(const LumoApiURLDecoder& decoder) {
 
 /// Data or a picture, whose bytes come from the record.
 template <class Object>
-std::shared_ptr<LumoApiObject> data(const LumoApiURLDecoder& decoder) {
-  const Record record;
+std::shared_ptr<LumoApiObject> data(const LumoApiURLDecoder& decoder, const Record& record) {
   return Object::objectWithData(record.bytes(record::kFileData), record.bytes(record::kPreviewImageData),
                                 titleOf(decoder), descriptionOf(decoder));
 }
 
 /// A link, whose preview picture comes from the record; a plain link takes its kind as a further argument.
 template <class Object, class... Kind>
-std::shared_ptr<LumoApiObject> link(const LumoApiURLDecoder& decoder, Kind... kind) {
+std::shared_ptr<LumoApiObject> link(const LumoApiURLDecoder& decoder, const Record& record, Kind... kind) {
   return Object::objectWithURL(linkOf(decoder), titleOf(decoder), descriptionOf(decoder),
-                               Record().bytes(record::kPreviewImageData), kind...);
+                               record.bytes(record::kPreviewImageData), kind...);
 }
 
 /// The extra map; null where its text is not JSON, or a lone number, text or word, which the messenger's
@@ -82,14 +82,15 @@ std::optional<Value> extMapOf(const LumoApiURLDecoder& decoder) {
 }
 
 /// A post of the social feed: a video by its asset URL, else a video by its bytes, else pictures.
-std::shared_ptr<LumoApiObject> feedPost(const LumoApiURLDecoder& decoder) {
+std::shared_ptr<LumoApiObject> feedPost(const LumoApiURLDecoder& decoder,
+                                        const Collaborators& collaborators) {
   std::optional<std::string> assetURL = decodedText(decoder, keys::kVideoAssetURL);
   std::optional<Value> extMap = extMapOf(decoder);
   if (assetURL) {
     return LumoApiVideoForNimboObject::objectWithAssetURL(std::move(assetURL), titleOf(decoder),
                                                           std::move(extMap));
   }
-  const Record record;
+  const Record record(collaborators);
   if (std::optional<Data> video = record.bytes(record::kFileData)) {
     return LumoApiVideoForNimboObject::objectWithVideoData(std::move(video), titleOf(decoder),
                                                            std::move(extMap));
@@ -100,25 +101,28 @@ std::shared_ptr<LumoApiObject> feedPost(const LumoApiURLDecoder& decoder) {
 
 }  // namespace
 
-std::shared_ptr<LumoApiObject> getObjectByUrl(const LumoApiURLDecoder& decoder) {
+std::shared_ptr<LumoApiObject> getObjectByUrl(const LumoApiURLDecoder& decoder,
+                                              const Collaborators& collaborators) {
   const auto kind = decoder.queryItem().find(keys::kFileType);
   if (!kind) return nullptr;
   if (*kind == "text") return text(decoder);
-  if (*kind == "img" || *kind == "image") return data<LumoApiImageObject>(decoder);
-  if (*kind == "nimbo") return feedPost(decoder);
-  if (*kind == "audio") return link<LumoApiAudioObject>(decoder);
-  if (*kind == "video") return link<LumoApiVideoObject>(decoder);
-  if (*kind == "news") return link<LumoApiNewsObject>(decoder);
-  if (*kind == "url") return link<LumoApiURLObject>(decoder, std::uint64_t{0});
-  if (*kind == "file") return data<LumoApiExtendObject>(decoder);
-  if (*kind == "common") return LumoApiCommonContentObject::objectWithDictionary(Record().whole());
+  if (*kind == "img" || *kind == "image") return data<LumoApiImageObject>(decoder, Record(collaborators));
+  if (*kind == "nimbo") return feedPost(decoder, collaborators);
+  if (*kind == "audio") return link<LumoApiAudioObject>(decoder, Record(collaborators));
+  if (*kind == "video") return link<LumoApiVideoObject>(decoder, Record(collaborators));
+  if (*kind == "news") return link<LumoApiNewsObject>(decoder, Record(collaborators));
+  if (*kind == "url") return link<LumoApiURLObject>(decoder, Record(collaborators), std::uint64_t{0});
+  if (*kind == "file") return data<LumoApiExtendObject>(decoder, Record(collaborators));
+  if (*kind == "common")
+    return LumoApiCommonContentObject::objectWithDictionary(Record(collaborators).whole());
   return nullptr;
 }
 
-Result<LumoApiMessage> messageWithRequestFromLumo(const LumoApiURLDecoder& decoder) {
+Result<LumoApiMessage> messageWithRequestFromLumo(const LumoApiURLDecoder& decoder,
+                                                  const Collaborators& collaborators) {
   const auto path = decoder.path();
   if (path == "/pick") return LumoApiMessage::messageWithObject(nullptr, 3);
-  if (path == "/view") return LumoApiMessage::messageWithObject(getObjectByUrl(decoder), 1);
+  if (path == "/view") return LumoApiMessage::messageWithObject(getObjectByUrl(decoder, collaborators), 1);
   return refused(LumoApiRefusal::Code::UnknownPath, "path", kSilent);
 }
 
@@ -127,14 +131,16 @@ Result<LumoApiMessage> messageWithRequestFromLumo(const LumoApiURLDecoder& decod
 // messageWithRequestFromLumo:
 std::optional<LumoApiMessage> LumoApiMessageAndUrlConverter::messageWithRequestFromLumo(
     const LumoApiURLDecoder& decoder) noexcept {
+  lumo::Collaborators& collaborators = lumo::processCollaborators();
   return lumo::concluded(
-      lumo::guarded([&decoder] { return lumo::incoming::messageWithRequestFromLumo(decoder); }));
+      lumo::guarded([&] { return lumo::incoming::messageWithRequestFromLumo(decoder, collaborators); }),
+      collaborators);
 }
 
 // getObjectByUrl:
 std::shared_ptr<LumoApiObject> LumoApiMessageAndUrlConverter::getObjectByUrl(
     const LumoApiURLDecoder& decoder) noexcept try {
-  return lumo::incoming::getObjectByUrl(decoder);
+  return lumo::incoming::getObjectByUrl(decoder, lumo::processCollaborators());
 } catch (...) {  // memory is exhausted
   return nullptr;
 }

@@ -23,5 +23,6 @@ Result<LumoApiMessage> messageWithResponseFromLumo(const LumoApiURLDecoder& deco
 std::optional<LumoApiMessage> LumoApiMessageAndUrlConverter::messageWithResponseFromLumo(
     const LumoApiURLDecoder& decoder) noexcept {
   return lumo::concluded(
-      lumo::guarded([&decoder] { return lumo::incoming::messageWithResponseFromLumo(decoder); }));
+      lumo::guarded([&decoder] { return lumo::incoming::messageWithResponseFromLumo(decoder); }),
+      lumo::processCollaborators());
 }

@@ -1,7 +1,5 @@
 // The URL builders: one per destination in the messenger, and the signed group URL.
 
-#include "LumoApi/LumoApiCurrentObject.h"
-#include "LumoApi/LumoApiLog.h"
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
 #include "LumoApi/internal/Keys.h"
 #include "LumoApi/internal/LaunchURL.h"
@@ -46,12 +44,12 @@ bool appendEncoded(std::string& out, std::string_view text) {
 }
 
 std::optional<std::string> signedText(const LumoApiQueryDictionary& query, std::string_view path,
-                                      std::string_view signature) {
+                                      std::string_view signature, Collaborators& collaborators) {
   const std::vector<Pair> pairs = sortedByKey(query);
-  if (LumoApiLog::isListening()) {
+  if (collaborators.isListening()) {
     const std::string list = keyList(pairs);
-    LumoApiLog::log("%s, sortedKey:%s.",
-                    {"+[LumoApiMessageAndUrlConverter appendSigURLWith:andPath:sig:]", list});
+    collaborators.log("%s, sortedKey:%s.",
+                      {"+[LumoApiMessageAndUrlConverter appendSigURLWith:andPath:sig:]", list});
   }
   std::string text(kGroupProBase);
   (text += path) += '?';
@@ -72,7 +70,9 @@ std::optional<std::string> signedText(const LumoApiQueryDictionary& query, std::
 
 }  // namespace
 
-void setCommonKeys(LumoApiQueryDictionary& query, std::int32_t type, const StoreValues& store) {
+void setCommonKeys(LumoApiQueryDictionary& query, const Conversion& conversion) {
+  const std::int32_t type = conversion.type;
+  const StoreValues& store = conversion.store;
   if (type == 7) {
     query.set(keys::kShareType, "1");
   } else if (type == 5) {
@@ -83,7 +83,7 @@ void setCommonKeys(LumoApiQueryDictionary& query, std::int32_t type, const Store
   setStoreText(query, keys::kOpenId, store, store->openId);
   if (store->uin && !store->uin->isNull()) query.set(keys::kUin, QueryValue::number(*store->uin));
   if (store->isLumoSupportApiGeneralPastboard) query.set(keys::kGeneralPasteboard, "1");
-  if (const auto object = LumoApiCurrentObject::get()) {
+  if (const auto object = conversion.collaborators.currentObject()) {
     query.set(keys::kCflag, QueryValue::number(Value(object->cflag())));
   }
 }
@@ -108,15 +108,15 @@ std::string_view memberWithoutUTF8(const LumoApiQueryDictionary& query) noexcept
 
 Result<URL> route(const Destination& destination, LumoApiQueryDictionary& query, const Conversion& conversion,
                   std::uint64_t shareDestType) {
-  if (destination.commonKeys) setCommonKeys(query, conversion.type, conversion.store);
+  if (destination.commonKeys) setCommonKeys(query, conversion);
   std::optional<URL> url = launchURL(destination, shareDestType, query);
   if (!url) return refused(LumoApiRefusal::Code::NotUTF8, memberWithoutUTF8(query), kSilent);
   return *std::move(url);
 }
 
 Result<URL> routeSigned(const LumoApiQueryDictionary& query, std::string_view path,
-                        std::string_view signature) {
-  std::optional<std::string> text = signedText(query, path, signature);
+                        std::string_view signature, Collaborators& collaborators) {
+  std::optional<std::string> text = signedText(query, path, signature, collaborators);
   if (!text) {
     return refused(LumoApiRefusal::Code::NotUTF8, isValidUTF8(signature) ? "queryDictionary" : "signString",
                    kSilent);
@@ -137,9 +137,11 @@ namespace {
 std::optional<URL> routed(const lumo::Destination& destination, LumoApiQueryDictionary& query,
                           std::int32_t type, std::uint64_t shareDestType) noexcept {
   Conversion conversion{.type = type};
-  return lumo::concluded(lumo::converted(conversion, [&](const Conversion& current) {
-    return lumo::route(destination, query, current, shareDestType);
-  }));
+  return lumo::concluded(lumo::converted(conversion,
+                                         [&](const Conversion& current) {
+                                           return lumo::route(destination, query, current, shareDestType);
+                                         }),
+                         conversion.collaborators);
 }
 
 /// For the destinations without common keys, where the dictionary stays as it is.
@@ -154,7 +156,7 @@ std::optional<URL> routed(const lumo::Destination& destination, const LumoApiQue
 std::optional<URL> routed(const lumo::Destination& destination, std::string_view path,
                           LumoApiQueryDictionary& query, std::int32_t type,
                           std::uint64_t shareDestType) noexcept try {
-  lumo::setCommonKeys(query, type, LumoApiDatastore::instance().values());
+  lumo::setCommonKeys(query, {.type = type});
   return LumoApiURLEncoder::urlWithScheme(destination.schemeFor(shareDestType), destination.host, path,
                                           &query);
 } catch (...) {  // memory is exhausted: a URL without some of the keys would be another request
@@ -167,7 +169,7 @@ std::optional<URL> routed(const lumo::Destination& destination, std::string_view
 void LumoApiMessageAndUrlConverter::updateQueryItemInfo(LumoApiQueryDictionary& queryItem, std::int32_t type,
                                                         std::uint64_t /*shareDestType*/) noexcept {
   try {
-    lumo::setCommonKeys(queryItem, type, LumoApiDatastore::instance().values());
+    lumo::setCommonKeys(queryItem, {.type = type});
   } catch (...) {  // memory is exhausted: the keys that are missing are left out
   }
 }
@@ -254,14 +256,18 @@ std::optional<URL> LumoApiMessageAndUrlConverter::urlWithQueryItemForGroupPro(
     const LumoApiQueryDictionary& queryItem, std::int32_t type, std::uint64_t /*shareType*/,
     std::string_view path, std::string_view sig) noexcept {
   Conversion conversion{.type = type};
-  return lumo::concluded(lumo::converted(
-      conversion, [&](const Conversion&) { return lumo::routeSigned(queryItem, path, sig); }));
+  return lumo::concluded(lumo::converted(conversion,
+                                         [&](Conversion& current) {
+                                           return lumo::routeSigned(queryItem, path, sig,
+                                                                    current.collaborators);
+                                         }),
+                         conversion.collaborators);
 }
 
 // appendSigURLWith:andPath:sig:
 std::optional<std::string> LumoApiMessageAndUrlConverter::appendSigURLWith(
     const LumoApiQueryDictionary& queryItem, std::string_view path, std::string_view sig) noexcept try {
-  return lumo::signedText(queryItem, path, sig);
+  return lumo::signedText(queryItem, path, sig, lumo::processCollaborators());
 } catch (...) {  // memory is exhausted
   return std::nullopt;
 }

@@ -1,10 +1,8 @@
 // The incoming entries: who reads a URL that opened the app.
 
-#include "LumoApi/LumoApiDatastore.h"
-#include "LumoApi/LumoApiLog.h"
 #include "LumoApi/LumoApiMessageAndUrlConverter.h"
 #include "LumoApi/LumoOpenApiUtility.h"
-#include "LumoApi/LumoWebViewKit.h"
+#include "LumoApi/internal/Entries.h"
 #include "LumoApi/internal/Incoming.h"
 #include "LumoApi/internal/Keys.h"
 
@@ -21,12 +19,12 @@ std::optional<std::string> decodedText(const LumoApiURLDecoder& decoder, std::st
 
 namespace {
 
-bool isClaimed(const MaybeURL& url) noexcept {
-  return url && LumoWebViewKit::canHanleOpenUrlFromSafari(*url);
+bool isClaimed(const MaybeURL& url, const Collaborators& collaborators) noexcept {
+  return url && collaborators.claims(*url);
 }
 
-Result<LumoApiMessage> messageOfWebViewKit(const URL& url) {
-  if (auto message = LumoWebViewKit::messageWithSafariUrl(url)) return *std::move(message);
+Result<LumoApiMessage> messageOfWebViewKit(const URL& url, const Collaborators& collaborators) {
+  if (auto message = collaborators.messageOfKit(url)) return *std::move(message);
   return refused(Code::NotBuilt, "webView", kSilent);
 }
 
@@ -36,30 +34,30 @@ Result<LumoApiMessage> messageWithLaunchFromLumoMiniApp(const LumoApiURLDecoder&
       LumoApiMiniProgramLaunchObject::newWithAppParameter(URLDecodedString(parameter)), 1);
 }
 
-Result<LumoApiMessage> messageWithUrlNoClipboard(const MaybeURL& url) {
-  if (isClaimed(url)) {
-    LumoApiLog::log("YES == [LumoWebViewKit canHanleOpenUrlFromSafari:url]");
-    return messageOfWebViewKit(*url);
+Result<LumoApiMessage> messageWithUrlNoClipboard(const MaybeURL& url, Collaborators& collaborators) {
+  if (isClaimed(url, collaborators)) {
+    collaborators.log("YES == [LumoWebViewKit canHanleOpenUrlFromSafari:url]");
+    return messageOfWebViewKit(*url, collaborators);
   }
   const auto decoder = LumoApiURLDecoder::decoderWithUrl(url);
   if (!decoder) return missing("url", kSilent);
   const auto host = decoder->host();
   if (!host) return missing("host", kSilent);
   if (decoder->queryItem().empty()) return missing("query", kSilent);
-  if (*host == "request_from_lumo") return messageWithRequestFromLumo(*decoder);
+  if (*host == "request_from_lumo") return messageWithRequestFromLumo(*decoder, collaborators);
   if (*host == "response_from_lumo") return messageWithResponseFromLumo(*decoder);
   if (*host == "maLaunchApp") return messageWithLaunchFromLumoMiniApp(*decoder);
   return refused(Code::UnknownHost, "host", "LumoApiMessageAndUrlCoverter,LumoApiMessage = nil");  // sic
 }
 
-Result<LumoApiMessage> messageWithUrlUsedClipboard(const MaybeURL& url) {
-  if (isClaimed(url)) return messageOfWebViewKit(*url);
+Result<LumoApiMessage> messageWithUrlUsedClipboard(const MaybeURL& url, const Collaborators& collaborators) {
+  if (isClaimed(url, collaborators)) return messageOfWebViewKit(*url, collaborators);
   const auto decoder = LumoApiURLDecoder::decoderWithUrl(url);
   if (!decoder) return missing("url", kSilent);
   if (decoder->queryItem().find(keys::kNeedToGetData) != "true") {
     return refused(Code::Unannounced, keys::kNeedToGetData, kSilent);
   }
-  auto message = LumoApiDatastore::instance().getApiMessageWithClass<LumoApiMessage>();
+  auto message = collaborators.storedMessage();
   if (!message) return missing("apiMessage", kSilent);
   return *std::move(message);
 }
@@ -68,6 +66,20 @@ Result<LumoApiMessage> messageWithUrlUsedClipboard(const MaybeURL& url) {
 }  // namespace lumo::incoming
 
 namespace incoming = lumo::incoming;
+namespace entries = lumo::entries;
+
+std::optional<LumoApiMessage> entries::messageWithUrl(const MaybeURL& url, Collaborators& collaborators,
+                                                      LumoApiRefusal* refusal) noexcept {
+  return concluded(guarded([&] { return incoming::messageWithUrlNoClipboard(url, collaborators); }),
+                   collaborators, refusal);
+}
+
+std::optional<LumoApiMessage> entries::messageWithUrlUsedClipboard(const MaybeURL& url,
+                                                                   Collaborators& collaborators,
+                                                                   LumoApiRefusal* refusal) noexcept {
+  return concluded(guarded([&] { return incoming::messageWithUrlUsedClipboard(url, collaborators); }),
+                   collaborators, refusal);
+}
 
 // messageWithUrl:
 std::optional<LumoApiMessage> LumoApiMessageAndUrlConverter::messageWithUrl(const MaybeURL& url) noexcept {
@@ -76,7 +88,7 @@ std::optional<LumoApiMessage> LumoApiMessageAndUrlConverter::messageWithUrl(cons
 
 std::optional<LumoApiMessage> LumoApiMessageAndUrlConverter::messageWithUrl(
     const MaybeURL& url, LumoApiRefusal* refusal) noexcept {
-  return lumo::concluded(lumo::guarded([&url] { return incoming::messageWithUrlNoClipboard(url); }), refusal);
+  return entries::messageWithUrl(url, lumo::processCollaborators(), refusal);
 }
 
 // messageWithUrlNoClipboard:
@@ -93,13 +105,13 @@ std::optional<LumoApiMessage> LumoApiMessageAndUrlConverter::messageWithUrlUsedC
 
 std::optional<LumoApiMessage> LumoApiMessageAndUrlConverter::messageWithUrlUsedClipboard(
     const MaybeURL& url, LumoApiRefusal* refusal) noexcept {
-  return lumo::concluded(lumo::guarded([&url] { return incoming::messageWithUrlUsedClipboard(url); }),
-                         refusal);
+  return entries::messageWithUrlUsedClipboard(url, lumo::processCollaborators(), refusal);
 }
 
 // messageWithLaunchFromLumoMiniApp:
 std::optional<LumoApiMessage> LumoApiMessageAndUrlConverter::messageWithLaunchFromLumoMiniApp(
     const LumoApiURLDecoder& decoder) noexcept {
   return lumo::concluded(
-      lumo::guarded([&decoder] { return incoming::messageWithLaunchFromLumoMiniApp(decoder); }));
+      lumo::guarded([&decoder] { return incoming::messageWithLaunchFromLumoMiniApp(decoder); }),
+      lumo::processCollaborators());
 }

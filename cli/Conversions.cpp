@@ -3,7 +3,6 @@
 #include "cli/Console.h"
 #include "cli/Files.h"
 #include "cli/Lines.h"
-#include "platform/values/JSON.h"
 
 namespace lumo::cli {
 
@@ -11,55 +10,48 @@ using namespace documents;
 
 namespace {
 
-Value parsedLine(std::string_view line) {
-  JSONError error;
-  std::optional<Value> document = parseJSON(line, &error);
-  if (document) return *std::move(document);
-  throw DocumentError("column " + std::to_string(positionIn(line, error.offset).column) + ": " +
-                      error.message);
-}
-
 bool isBlank(std::string_view line) { return line.find_first_not_of(" \t\r") == std::string_view::npos; }
 
-void appendErrorResult(std::string& output, const std::string& message) {
-  output += *writeJSON(Value::Dictionary{{"error", message}}, {.escapeSolidus = false});
-}
-
-/// Runs `convertInto(output)` for the one request of that name.
-template <class ConvertInto>
-int converted(const std::string& name, const ConvertInto& convertInto) {
+/// Says what `ask(output)` came to for the one request of that name.
+template <class Ask>
+int converted(const std::string& name, const Ask& ask) {
   Output output;
-  std::string reason;
-  try {
-    reason = convertInto(output.buffer());
-  } catch (const DocumentError& error) {
-    complain(name + ": " + error.what());
-    return kDocumentError;
-  }
+  const Answer answer = ask(output.buffer());
   if (!output.buffer().empty()) output.buffer() += '\n';
   output.flush();
-  if (reason.empty()) return kDone;
-  complain(reason);
-  return kRefused;
+  if (answer.status == Answer::Status::Refused) complain(answer.reason);
+  if (answer.status == Answer::Status::InError) complain(name + ": " + answer.reason);
+  return exitStatusOf(answer.status);
 }
 
 }  // namespace
+
+int exitStatusOf(Answer::Status status) noexcept {
+  switch (status) {
+    case Answer::Status::Done:
+      return kDone;
+    case Answer::Status::Refused:
+      return kRefused;
+    case Answer::Status::InError:
+      break;
+  }
+  return kDocumentError;
+}
 
 int convertDocument(const std::string& file, const Convert& convert) {
   return withFiles([&] {
     Input input(file);
     const std::string text = input.readAll();
-    return converted(input.name(), [&](std::string& output) {
-      const Value document = parseDocument(text);
-      return convert(Place(document, input.files()), output);
-    });
+    return converted(input.name(),
+                     [&](std::string& output) { return answerTo(text, input.files(), convert, output); });
   });
 }
 
 int convertRequest(const Value& request, const std::string& name, const Convert& convert) {
   return withFiles([&] {
     const FilesBeside files;
-    return converted(name, [&](std::string& output) { return convert(Place(request, files), output); });
+    return converted(name,
+                     [&](std::string& output) { return answerToRequest(request, files, convert, output); });
   });
 }
 
@@ -78,17 +70,13 @@ int convertLines(const std::string& file, Reasons reasons, const Convert& conver
     while (const std::optional<std::string_view> line = lines.next(output)) {
       ++number;
       if (isBlank(*line)) continue;
-      try {
-        const Value document = parsedLine(*line);
-        const std::string reason = convert(Place(document, input.files()), output.buffer());
-        if (!reason.empty() && reasons == Reasons::OnStandardError) report(reason);
-      } catch (const DocumentError& error) {
-        status = kDocumentError;
-        if (reasons == Reasons::OnStandardError) {
-          report(error.what());
-        } else {
-          appendErrorResult(output.buffer(), error.what());
-        }
+      const Answer answer = answerToLine(*line, input.files(), convert, output.buffer());
+      const bool isInError = answer.status == Answer::Status::InError;
+      if (isInError) status = kDocumentError;
+      if (reasons == Reasons::OnStandardError) {
+        if (!answer.reason.empty()) report(answer.reason);
+      } else if (isInError) {
+        appendErrorResult(output.buffer(), answer.reason);
       }
       output.buffer() += '\n';
       if (output.buffer().size() >= kFlushedFrom) output.flush();

@@ -2,11 +2,11 @@
 
 #include "cli/Console.h"
 #include "cli/Files.h"
-#include "cli/LintChecks.h"
 #include "documents/Words.h"
+#include "inspect/JSON.h"
+#include "inspect/Lint.h"
 #include "inspect/Printable.h"
-#include "platform/text/Text.h"
-#include "platform/values/JSON.h"
+#include "inspect/Text.h"
 
 #include <algorithm>
 
@@ -16,7 +16,7 @@ using namespace documents;
 
 namespace {
 
-using Findings = std::vector<LintFinding>;
+using Findings = std::vector<inspection::LintFinding>;
 
 /// A text of its own on each line.
 void checkLines(std::string_view text, const Input& input, Findings& findings) {
@@ -39,32 +39,6 @@ void checkFile(const std::string& file, bool isOneALine, Findings& findings) {
   }
 }
 
-std::string textOf(const Findings& findings) {
-  std::string text;
-  for (const LintFinding& finding : findings) {
-    const std::string line = finding.place.line == 0 ? "" : ":" + std::to_string(finding.place.line);
-    text += inspection::printable(finding.place.file + line + ": " + finding.code + ": " + finding.message) +
-            "\n";
-  }
-  return text;
-}
-
-std::string jsonOf(const Findings& findings) {
-  const auto valueOf = [](const std::string& text) {
-    return Value(isValidUTF8(text) ? text : inspection::printable(text));
-  };
-  Value::Array list;
-  for (const LintFinding& finding : findings) {
-    list.emplace_back(
-        Value::Dictionary{{"file", valueOf(finding.place.file)},
-                          {"line", finding.place.line == 0 ? Value() : Value(finding.place.line)},
-                          {"code", finding.code},
-                          {"key", finding.key.empty() ? Value() : valueOf(finding.key)},
-                          {"message", valueOf(finding.message)}});
-  }
-  return inspection::printableJSON(*writeJSON(list, {.escapeSolidus = false, .indent = 2})) + "\n";
-}
-
 }  // namespace
 
 int lint(const Choices& choices) {
@@ -84,7 +58,7 @@ int lint(const Choices& choices) {
     status = std::max(status, read);
   }
   const int written = withFiles([&] {
-    writeFile("-", choices.json ? jsonOf(findings) : textOf(findings));
+    writeFile("-", choices.json ? inspection::jsonOf(documentOf(findings)) : textOf(findings));
     return findings.empty() ? kDone : kRefused;
   });
   return std::max(status, written);

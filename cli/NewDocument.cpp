@@ -1,9 +1,8 @@
 #include "cli/NewDocument.h"
 
 #include "LumoApi/Base64.h"
-#include "LumoApi/LumoApiMessageAndUrlConverter.h"
 #include "cli/Files.h"
-#include "cli/Stage.h"
+#include "documents/Conversion.h"
 #include "documents/ResultWriter.h"
 #include "documents/Words.h"
 #include "model/ContentClasses.h"
@@ -56,11 +55,8 @@ Value exampleOf(std::shared_ptr<Content> object) {
 
 /// Whether a converter takes objects of the class.
 bool isSent(std::shared_ptr<LumoApiObject> object) {
-  const Stage stage;  // its refusal is not the user's, and not to be logged
-  LumoApiRefusal refusal;
-  LumoApiMessageAndUrlConverter::urlWithMessage(LumoApiMessage::messageWithObject(std::move(object), 0),
-                                                &refusal);
-  return refusal.code != LumoApiRefusal::Code::UnknownKind;
+  const Encoded encoded = encode({LumoApiMessage::messageWithObject(std::move(object), 0), {}});
+  return encoded.refusal.code != LumoApiRefusal::Code::UnknownKind;
 }
 
 }  // namespace

@@ -1,9 +1,11 @@
 #include "cli/QR.h"
 
 #include "cli/Console.h"
+#include "cli/Conversions.h"
 #include "cli/Files.h"
-#include "cli/LaunchURL.h"
 #include "cli/QRCode.h"
+#include "documents/Words.h"
+#include "inspect/GivenURL.h"
 #include "inspect/Text.h"
 #include "inspect/URL.h"
 
@@ -44,18 +46,24 @@ int show(const QRCode& code, const std::optional<std::string>& colour) {
   return kDone;
 }
 
+inspection::GivenURL readURL(const std::string& operand) {
+  if (isURL(operand)) return inspection::urlItself(documents::trimmed(operand));
+  Input input(operand);
+  return inspection::urlGivenBy(input.readAll(), input.name(), input.files());
+}
+
 int convert(const Choices& choices) {
-  const LaunchURL launch = readLaunchURL(choices.operand());
-  if (!launch.url) {
-    complain(launch.fault);
-    return launch.status;
+  const inspection::GivenURL given = readURL(choices.operand());
+  if (!given.url) {
+    complain(given.why.reason);
+    return exitStatusOf(given.why.status);
   }
-  const std::string_view text = launch.url->absoluteString();
+  const std::string_view text = given.url->absoluteString();
   if (text.size() > QRCode::kMostBytes) {
     return refuse("url: " + std::to_string(text.size()) + " bytes, at most " +
                   std::to_string(QRCode::kMostBytes) + " in a QR code");
   }
-  if (leavesBytesBehind(*launch.url)) complain("the bytes beside the URL are not in the code");
+  if (leavesBytesBehind(*given.url)) complain("the bytes beside the URL are not in the code");
   const QRCode code(text);
   if (choices.png) writeFile(*choices.png, pngOf(code));
   if (choices.svg) writeFile(*choices.svg, svgOf(code));

@@ -4,7 +4,9 @@
 set(LUMOAPI_INCLUDE_DIR ${PROJECT_BINARY_DIR}/include)
 
 file(GLOB LUMOAPI_PUBLIC_HEADERS CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/LumoApi/*.h ${PROJECT_SOURCE_DIR}/model/*.h)
-list(REMOVE_ITEM LUMOAPI_PUBLIC_HEADERS ${PROJECT_SOURCE_DIR}/model/ContentClasses.h)
+foreach(header ContentClasses LogMessage Registered)
+  list(REMOVE_ITEM LUMOAPI_PUBLIC_HEADERS ${PROJECT_SOURCE_DIR}/model/${header}.h)
+endforeach()
 foreach(header Export text/Base64 text/CopyText text/URL values/Data values/Dictionary values/Value)
   list(APPEND LUMOAPI_PUBLIC_HEADERS ${PROJECT_SOURCE_DIR}/platform/${header}.h)
 endforeach()

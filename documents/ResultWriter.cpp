@@ -88,6 +88,24 @@ Value documentOf(const LumoApiLargeDataPtr& record) { return record ? written(*r
 
 Value documentOf(const std::vector<std::string>& texts) { return written(texts); }
 
+Value documentOf(const Encoded& encoded) {
+  Value::Dictionary result;
+  result.reserve(4);
+  result.set("url", encoded.url ? Value(encoded.url->absoluteString()) : Value());
+  result.set("log", documentOf(encoded.log));
+  result.set("apiLargeData", documentOf(encoded.apiLargeData));
+  result.set("object", documentOf(encoded.object.get()));
+  return result;
+}
+
+Value documentOf(const Decoded& decoded) {
+  Value::Dictionary result;
+  result.reserve(2);
+  result.set("message", documentOf(decoded.message));
+  result.set("log", documentOf(decoded.log));
+  return result;
+}
+
 void appendResult(std::string& output, const Value& result, JSONStyle style) {
   const std::optional<std::string> text = writeJSON(result, style);
   if (!text) throw DocumentError("the result is nested too deeply or holds a text that is not UTF-8");

@@ -3,6 +3,7 @@
 #include "LumoApi/LumoApiLargeData.h"
 #include "LumoApi/LumoApiMessage.h"
 #include "LumoApi/Value.h"
+#include "documents/Conversion.h"
 #include "platform/values/JSON.h"
 
 #include <optional>
@@ -18,6 +19,10 @@ Value documentOf(const LumoApiObject* object);
 Value documentOf(const std::optional<LumoApiMessage>& message);
 Value documentOf(const LumoApiLargeDataPtr& record);
 Value documentOf(const std::vector<std::string>& texts);
+
+/// The whole results.
+Value documentOf(const Encoded& encoded);
+Value documentOf(const Decoded& decoded);
 
 /// Appends the JSON text of a result. Throws a DocumentError where something in it has no JSON form: a
 /// free-form value that is nested too deeply, a text of another app's record that is not UTF-8.

@@ -147,13 +147,25 @@ Value::Dictionary documentOf(std::string_view text, const NoURL& reason) {
   return {{"url", textValue(text)}, {"destination", Value()}, {"warnings", Value::Array{warningOf(warning)}}};
 }
 
+Value documentOf(const std::vector<LintFinding>& findings) {
+  Value::Array list;
+  for (const LintFinding& finding : findings) {
+    list.emplace_back(Object{{"file", textValue(finding.place.file)},
+                             {"line", finding.place.line == 0 ? Value() : Value(finding.place.line)},
+                             {"code", finding.code},
+                             {"key", finding.key.empty() ? Value() : textValue(finding.key)},
+                             {"message", textValue(finding.message)}});
+  }
+  return list;
+}
+
 Value textArray(const std::vector<std::string>& texts) {
   Value::Array list;
   for (const std::string& text : texts) list.push_back(textValue(text));
   return list;
 }
 
-std::string jsonOf(const Value::Dictionary& document) {
+std::string jsonOf(const Value& document) {
   return printableJSON(writeJSON(document, {.escapeSolidus = false, .indent = 2}).value_or("null")) + "\n";
 }
 

@@ -186,6 +186,15 @@ std::string textOf(const Findings& findings, TextStyle style, const std::vector<
   return page.text();
 }
 
+std::string textOf(const std::vector<LintFinding>& findings) {
+  std::string text;
+  for (const LintFinding& finding : findings) {
+    const std::string line = finding.place.line == 0 ? "" : ":" + std::to_string(finding.place.line);
+    text += printable(finding.place.file + line + ": " + finding.code + ": " + finding.message) + "\n";
+  }
+  return text;
+}
+
 std::string textOf(std::string_view text, const NoURL& reason) {
   constexpr std::size_t kBefore = 60, kAfter = 30;
   std::size_t begin = reason.offset > kBefore ? reason.offset - kBefore : 0;

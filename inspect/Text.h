@@ -1,5 +1,6 @@
 #pragma once
 
+#include "inspect/Lint.h"
 #include "inspect/URL.h"
 
 #include <string>
@@ -21,6 +22,9 @@ struct Section {
 
 /// The findings for people.
 std::string textOf(const Findings& findings, TextStyle style, const std::vector<Section>& more = {});
+
+/// What lint found, a line each.
+std::string textOf(const std::vector<LintFinding>& findings);
 
 /// Where and why a text is no URL, in three lines.
 std::string textOf(std::string_view text, const NoURL& reason);

@@ -7,10 +7,8 @@
 
 #include <concepts>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <string>
-#include <utility>
 
 /// Where the datastore keeps its large-data record. By default that is the process's memory; another
 /// pasteboard lets two processes meet. Called by several threads at once.
@@ -65,41 +63,39 @@ class LUMOAPI_EXPORT LumoApiDatastore {
 
   /// The URL scheme under which the messenger opens the app again.
   std::optional<std::string> scheme() const { return values()->scheme; }
-  void setScheme(std::optional<std::string> scheme) { set(&Values::scheme, std::move(scheme)); }
+  void setScheme(std::optional<std::string> scheme);
 
   /// The app's display name.
   std::optional<std::string> appName() const { return values()->appName; }
-  void setAppName(std::optional<std::string> appName) { set(&Values::appName, std::move(appName)); }
+  void setAppName(std::optional<std::string> appName);
 
   /// The app's identifier.
   std::optional<std::string> appId() const { return values()->appId; }
-  void setAppId(std::optional<std::string> appId) { set(&Values::appId, std::move(appId)); }
+  void setAppId(std::optional<std::string> appId);
 
   /// The user's open identifier for the app.
   std::optional<std::string> openId() const { return values()->openId; }
-  void setOpenId(std::optional<std::string> openId) { set(&Values::openId, std::move(openId)); }
+  void setOpenId(std::optional<std::string> openId);
 
   /// The user's number in the messenger.
   std::optional<lumo::Value> uin() const { return values()->uin; }
-  void setUin(std::optional<lumo::Value> uin) { set(&Values::uin, std::move(uin)); }
+  void setUin(std::optional<lumo::Value> uin);
 
   /// Whether the messenger reads a text share's object from the URL.
   bool isLumoSupportUrlForShareText() const noexcept { return values()->isLumoSupportUrlForShareText; }
-  void setIsLumoSupportUrlForShareText(bool is) { set(&Values::isLumoSupportUrlForShareText, is); }
+  void setIsLumoSupportUrlForShareText(bool is);
 
   /// Whether the messenger reads any other request's object from the URL.
   bool isLumoSupportUrlInsteadPastedboard() const noexcept {
     return values()->isLumoSupportUrlInsteadPastedboard;
   }
-  void setIsLumoSupportUrlInsteadPastedboard(bool is) {
-    set(&Values::isLumoSupportUrlInsteadPastedboard, is);
-  }
+  void setIsLumoSupportUrlInsteadPastedboard(bool is);
 
   /// Whether the messenger reads the general pasteboard.
   bool isLumoSupportApiGeneralPastboard() const noexcept {
     return values()->isLumoSupportApiGeneralPastboard;
   }
-  void setIsLumoSupportApiGeneralPastboard(bool is) { set(&Values::isLumoSupportApiGeneralPastboard, is); }
+  void setIsLumoSupportApiGeneralPastboard(bool is);
 
   /// Replaces the large-data record (null: none). False where the pasteboard could not take it; the one in
   /// memory always can.
@@ -123,24 +119,5 @@ class LUMOAPI_EXPORT LumoApiDatastore {
 
  private:
   LumoApiDatastore() noexcept = default;
-  template <class T>
-  void set(T Values::*member, T value);
   std::optional<LumoApiMessage> apiMessage() const noexcept;
-  std::shared_ptr<LumoApiPasteboard> pasteboard() const noexcept;
-
-  mutable std::mutex lock_;
-  std::shared_ptr<const Values> values_;  // null until they are set
-  std::optional<LumoApiMessage> message_;
-  std::shared_ptr<LumoApiPasteboard> pasteboard_;  // null: record_ is the pasteboard
-  LumoApiLargeDataPtr record_;
 };
-
-template <class T>
-void LumoApiDatastore::set(T Values::*member, T value) {
-  auto replacement = std::make_shared<Values>();
-  std::shared_ptr<const Values> former;  // destroyed after the lock is released
-  const std::lock_guard guard(lock_);
-  if (values_) *replacement = *values_;
-  (*replacement).*member = std::move(value);
-  former = std::exchange(values_, std::move(replacement));
-}

@@ -3,6 +3,7 @@
 #include "platform/archive/KeyedArchiver.h"
 #include "platform/files/PrivateFile.h"
 
+#include <mutex>
 #include <utility>
 
 namespace {
@@ -29,33 +30,42 @@ FileError readRecord(const std::string& path, LumoApiLargeDataPtr& record) {
 
 }  // namespace
 
-LumoApiFilePasteboard::LumoApiFilePasteboard(std::string path) : path_(std::move(path)) {}
+struct LumoApiFilePasteboard::State {
+  const std::string path;
+  std::mutex lock;
+  std::string error{};
 
-template <class Operation>
-bool LumoApiFilePasteboard::succeeded(const Operation& operation) noexcept {
-  try {
-    std::string error = operation();
-    if (!error.empty()) error.insert(0, path_ + ": ");
-    const std::lock_guard guard(lock_);
-    error_.swap(error);
-    return error_.empty();
-  } catch (...) {
-    const std::lock_guard guard(lock_);
-    error_ = "out of memory";  // short enough to need none
-    return false;
+  /// Runs an operation that gives a text for what went wrong, and keeps that text.
+  template <class Operation>
+  bool succeeded(const Operation& operation) noexcept {
+    try {
+      std::string found = operation();
+      if (!found.empty()) found.insert(0, path + ": ");
+      const std::lock_guard guard(lock);
+      error.swap(found);
+      return error.empty();
+    } catch (...) {
+      const std::lock_guard guard(lock);
+      error = "out of memory";  // short enough to need none
+      return false;
+    }
   }
-}
+};
+
+LumoApiFilePasteboard::LumoApiFilePasteboard(std::string path) : state_(new State{std::move(path), {}}) {}
+
+LumoApiFilePasteboard::~LumoApiFilePasteboard() = default;
 
 bool LumoApiFilePasteboard::write(LumoApiLargeDataPtr record) noexcept {
-  return succeeded([&] { return writeRecord(path_, record); });
+  return state_->succeeded([&] { return writeRecord(state_->path, record); });
 }
 
 LumoApiLargeDataPtr LumoApiFilePasteboard::read() noexcept {
   LumoApiLargeDataPtr record;
-  return succeeded([&] { return readRecord(path_, record); }) ? record : nullptr;
+  return state_->succeeded([&] { return readRecord(state_->path, record); }) ? record : nullptr;
 }
 
 std::string LumoApiFilePasteboard::lastError() const {
-  const std::lock_guard guard(lock_);
-  return error_;
+  const std::lock_guard guard(state_->lock);
+  return state_->error;
 }

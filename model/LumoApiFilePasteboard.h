@@ -4,7 +4,7 @@
 #include "LumoApi/LumoApiDatastore.h"
 
 #include <cstddef>
-#include <mutex>
+#include <memory>
 #include <string>
 
 /// A pasteboard in a file, where two processes can meet: one stages a record, another reads it.
@@ -21,6 +21,7 @@ class LUMOAPI_EXPORT LumoApiFilePasteboard : public LumoApiPasteboard {
 
   /// A pasteboard in the file with that path, which need not exist yet.
   explicit LumoApiFilePasteboard(std::string path);
+  ~LumoApiFilePasteboard() override;
 
   bool write(LumoApiLargeDataPtr record) noexcept override;
   LumoApiLargeDataPtr read() noexcept override;
@@ -29,11 +30,6 @@ class LUMOAPI_EXPORT LumoApiFilePasteboard : public LumoApiPasteboard {
   std::string lastError() const;
 
  private:
-  /// Runs an operation that gives a text for what went wrong, and keeps that text.
-  template <class Operation>
-  bool succeeded(const Operation& operation) noexcept;
-
-  const std::string path_;
-  mutable std::mutex lock_;
-  std::string error_;
+  struct State;
+  const std::unique_ptr<State> state_;
 };

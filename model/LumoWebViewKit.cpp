@@ -1,44 +1,21 @@
 #include "LumoApi/LumoWebViewKit.h"
 
+#include "model/Registered.h"
+
 #include <memory>
-#include <mutex>
-#include <new>
 #include <utility>
 
-namespace {
-
-using HandlerPtr = std::shared_ptr<const LumoWebViewKit::Handler>;
-
-std::mutex lock;
-
-/// What the app registered. Never destroyed: objects that outlive main() may still handle URLs.
-HandlerPtr& registered() noexcept {
-  alignas(HandlerPtr) static unsigned char place[sizeof(HandlerPtr)];
-  static HandlerPtr& held = *new (place) HandlerPtr;
-  return held;
-}
-
-HandlerPtr exchange(HandlerPtr handler) noexcept {
-  const std::lock_guard guard(lock);
-  return std::exchange(registered(), std::move(handler));
-}
-
-HandlerPtr current() noexcept {
-  const std::lock_guard guard(lock);
-  return registered();
-}
-
-}  // namespace
+using RegisteredKit = lumo::Registered<LumoWebViewKit::Handler>;
 
 void LumoWebViewKit::setHandler(Handler handler) {
-  exchange(std::make_shared<const Handler>(std::move(handler)));
+  RegisteredKit::set(std::make_shared<const Handler>(std::move(handler)));
 }
 
-void LumoWebViewKit::removeHandler() noexcept { exchange(nullptr); }
+void LumoWebViewKit::removeHandler() noexcept { RegisteredKit::set(nullptr); }
 
 // canHanleOpenUrlFromSafari: (sic)
 bool LumoWebViewKit::canHanleOpenUrlFromSafari(const lumo::URL& url) noexcept {
-  const auto handler = current();
+  const auto handler = RegisteredKit::current();
   try {
     return handler && handler->claims && handler->claims(url);
   } catch (...) {
@@ -48,7 +25,7 @@ bool LumoWebViewKit::canHanleOpenUrlFromSafari(const lumo::URL& url) noexcept {
 
 // messageWithSafariUrl:
 std::optional<LumoApiMessage> LumoWebViewKit::messageWithSafariUrl(const lumo::URL& url) noexcept {
-  const auto handler = current();
+  const auto handler = RegisteredKit::current();
   try {
     if (handler && handler->message) return handler->message(url);
   } catch (...) {  // no message then

@@ -9,24 +9,26 @@ namespace lumo::converters {
 
 namespace {
 
-Result<URL> urlWithGroupProObject(const GroupProObject& object, std::string_view path) {
+Result<URL> urlWithGroupProObject(const GroupProObject& object, std::string_view path,
+                                  const Conversion& conversion) {
   if (!object.signString()) return missing("signString", kSilent);
   LumoApiQueryDictionary query;
   if (const auto& pairs = object.queryDictionary()) {
     query.reserve(pairs->size());
     for (const auto& [key, value] : *pairs) query.set(key, QueryValue::text(Data::unowned(value)));
   }
-  return routeSigned(query, path, *object.signString());
+  return routeSigned(query, path, *object.signString(), conversion.collaborators);
 }
 
 }  // namespace
 
-Result<URL> urlWithCreateGroupProObject(const LumoApiCreateLumoGroupProObject& object, Conversion&) {
-  return urlWithGroupProObject(object, "/create");
+Result<URL> urlWithCreateGroupProObject(const LumoApiCreateLumoGroupProObject& object,
+                                        Conversion& conversion) {
+  return urlWithGroupProObject(object, "/create", conversion);
 }
 
-Result<URL> urlWithJoinGroupProObject(const LumoApiJoinLumoGroupProObject& object, Conversion&) {
-  return urlWithGroupProObject(object, "/join");
+Result<URL> urlWithJoinGroupProObject(const LumoApiJoinLumoGroupProObject& object, Conversion& conversion) {
+  return urlWithGroupProObject(object, "/join", conversion);
 }
 
 Result<URL> urlWithApiLaunchMiniProgramObject(const LumoApiLaunchMiniProgramObject& object,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "LumoApi/LumoApiRefusal.h"
+#include "LumoApi/internal/Collaborators.h"
 #include "LumoApi/internal/Limits.h"
 
 #include <optional>
@@ -66,15 +67,14 @@ auto guarded(const Operate& operate) noexcept -> decltype(operate()) {
   }
 }
 
-/// Writes the refusal's log line, if it has one.
-void log(const LumoApiRefusal& refusal) noexcept;
-
 /// The one place where a refusal becomes its log line and a null result.
 template <class T>
-std::optional<T> concluded(Result<T> result, LumoApiRefusal* reason = nullptr) noexcept {
+std::optional<T> concluded(Result<T> result, Collaborators& collaborators,
+                           LumoApiRefusal* reason = nullptr) noexcept {
   if (reason) *reason = result ? LumoApiRefusal() : result.refusal();
   if (result) return *std::move(result);
-  log(result.refusal());
+  const LumoApiRefusal& refusal = result.refusal();
+  if (refusal.logText) collaborators.log(*refusal.logText, {}, refusal.line);
   return std::nullopt;
 }
 

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "LumoApi/Data.h"
-#include "LumoApi/LumoApiDatastore.h"
 #include "LumoApi/LumoApiLargeData.h"
 #include "LumoApi/LumoApiMessage.h"
 #include "LumoApi/LumoApiModel.h"
 #include "LumoApi/LumoApiQueryDictionary.h"
 #include "LumoApi/URL.h"
+#include "LumoApi/internal/Collaborators.h"
 #include "LumoApi/internal/Destinations.h"
 #include "LumoApi/internal/Refusal.h"
 
@@ -23,18 +23,17 @@
 
 namespace lumo {
 
-using StoreValues = std::shared_ptr<const LumoApiDatastore::Values>;
-
 /// A text that is put into a query, with whatever keeps it alive.
 using Text = std::optional<Data>;
 
 /// What a conversion knows of its surroundings, and what it leaves behind.
 struct Conversion {
+  Collaborators& collaborators = processCollaborators();
   std::int32_t type = 0;
   const LumoApiKivaObject* kiva = nullptr;
   /// The store's values, read once.
-  StoreValues store = LumoApiDatastore::instance().values();
-  /// The record to hand over once the URL stands; null: the datastore keeps what it has.
+  StoreValues store = collaborators.values();
+  /// The record to hand over once the URL stands; null: the store keeps what it has.
   LumoApiLargeDataPtr staged = nullptr;
 };
 
@@ -86,7 +85,7 @@ Result<URL> route(const Destination& destination, LumoApiQueryDictionary& query,
 
 /// The signed group URL.
 Result<URL> routeSigned(const LumoApiQueryDictionary& query, std::string_view path,
-                        std::string_view signature);
+                        std::string_view signature, Collaborators& collaborators);
 
 // --- Pieces of the steps ---
 
@@ -120,7 +119,7 @@ const std::optional<std::string>* kivaDataOf(const Conversion& conversion) noexc
 std::shared_ptr<LumoApiLargeData> largeData(const LargeDataParts& parts);
 
 /// The common keys.
-void setCommonKeys(LumoApiQueryDictionary& query, std::int32_t type, const StoreValues& store);
+void setCommonKeys(LumoApiQueryDictionary& query, const Conversion& conversion);
 
 // --- The frame ---
 
@@ -129,8 +128,7 @@ template <std::invocable<Conversion&> Convert>
 Result<URL> converted(Conversion& conversion, const Convert& convert) noexcept {
   return guarded([&]() -> Result<URL> {
     Result<URL> url = convert(conversion);
-    if (url && conversion.staged &&
-        !LumoApiDatastore::instance().setApiLargeData(std::move(conversion.staged))) {
+    if (url && conversion.staged && !conversion.collaborators.setRecord(std::move(conversion.staged))) {
       url = refused(LumoApiRefusal::Code::PasteboardFailed, "apiLargeData", kSilent);
     }
     return url;
@@ -142,8 +140,8 @@ template <auto Convert, class Object>
 std::optional<URL> convertedObject(Object& object, std::int32_t type,
                                    const LumoApiKivaObject* kiva = nullptr) noexcept {
   Conversion conversion{.type = type, .kiva = kiva};
-  return concluded(
-      converted(conversion, [&object](Conversion& current) { return Convert(object, current); }));
+  return concluded(converted(conversion, [&object](Conversion& current) { return Convert(object, current); }),
+                   conversion.collaborators);
 }
 
 }  // namespace lumo

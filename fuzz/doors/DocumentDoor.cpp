@@ -1,8 +1,6 @@
 // Documents of the tool: read, converted, written, and read again.
 
-#include "LumoApi/LumoApiMessageAndUrlConverter.h"
-#include "cli/Stage.h"
-#include "documents/RequestReader.h"
+#include "documents/Conversion.h"
 #include "documents/ResultWriter.h"
 #include "fuzz/Door.h"
 #include "platform/values/JSON.h"
@@ -14,7 +12,6 @@ namespace lumo::fuzz {
 
 namespace {
 
-using namespace cli;
 using namespace documents;
 
 const NamedBytes kNone;
@@ -50,24 +47,18 @@ void checkReading(const Value& document, T content) {
   }
 }
 
-void encode(const Place& document) {
+void encodeDocument(const Place& document) {
   EncodeRequest request = readEncodeRequest(document);
-  static Stage& stage = *new Stage();
-  stage.set(std::move(request.surroundings));
-  LumoApiMessageAndUrlConverter::urlWithMessage(request.message);
-  textOf(documentOf(stage.log()));
-  textOf(documentOf(stage.record()));
-  if (!request.message || !request.message->object()) return;
-  checkReading(documentOf(request.message->object().get()), std::shared_ptr<LumoApiObject>());
-  checkReading(documentOf(request.message), LumoApiMessage());
+  const std::optional<LumoApiMessage> message = request.message;
+  const Encoded encoded = encode(std::move(request));
+  textOf(documentOf(encoded));
+  if (!encoded.object) return;
+  checkReading(documentOf(encoded.object.get()), std::shared_ptr<LumoApiObject>());
+  checkReading(documentOf(message), LumoApiMessage());
 }
 
-void decode(const Place& document) {
-  DecodeRequest request = readDecodeRequest(document);
-  static Stage& stage = *new Stage();
-  stage.set(std::move(request.surroundings));
-  const auto message = LumoApiMessageAndUrlConverter::messageWithUrl(request.url);
-  const Value written = documentOf(message);
+void decodeDocument(const Place& document) {
+  const Value written = documentOf(decode(readDecodeRequest(document)).message);
   const bool hasMarks = textOf(written).find("\"$") != std::string::npos;  // may stand for bytes, or not
   if (!hasMarks) checkReading(written, LumoApiMessage());
 }
@@ -80,7 +71,7 @@ void door(std::string_view input) {
   const Value::Dictionary* members = document->asDictionary();
   try {
     const Place place(*document, kNone);
-    members && members->contains("url") ? decode(place) : encode(place);
+    members && members->contains("url") ? decodeDocument(place) : encodeDocument(place);
   } catch (const DocumentError& error) {
     require(*error.what() != '\0', "an error has words");
   }

@@ -1,15 +1,13 @@
-#include "cli/LintChecks.h"
+#include "inspect/Lint.h"
 
-#include "LumoApi/LumoApiMessageAndUrlConverter.h"
-#include "cli/Decode.h"
-#include "cli/Stage.h"
+#include "documents/Conversion.h"
 #include "documents/RequestReader.h"
 #include "documents/Words.h"
 #include "inspect/URL.h"
 
 #include <utility>
 
-namespace lumo::cli {
+namespace lumo::inspection {
 
 using namespace documents;
 
@@ -29,8 +27,7 @@ class Report {
 
   void add(const LumoApiRefusal& refusal) { add(codeOf(refusal), refusal.field, refusal.description()); }
 
-  void add(const inspection::Warnings& warnings) {
-    using namespace inspection;
+  void add(const Warnings& warnings) {
     for (const Warning& warning : warnings.all()) {
       if (warning.code == codes::kRecordInStore) continue;  // where bytes belong is no fault
       add(warning.code, warning.key, (warning.key.empty() ? "" : warning.key + ": ") + warning.message);
@@ -44,33 +41,27 @@ class Report {
 };
 
 void checkURL(std::string_view text, Report& report) {
-  inspection::NoURL reason{};
-  if (const std::optional<URL> url = inspection::launchURLOf(text, reason)) {
-    report.add(inspection::findingsOf(*url, {}, true).warnings);
+  NoURL reason{};
+  if (const std::optional<URL> url = launchURLOf(text, reason)) {
+    report.add(findingsOf(*url, {}, true).warnings);
   } else {
-    report.add(inspection::codes::kNotAURL, "",
-               "byte " + std::to_string(reason.offset + 1) + ": " + reason.reason);
+    report.add(codes::kNotAURL, "", "byte " + std::to_string(reason.offset + 1) + ": " + reason.reason);
   }
 }
 
 void checkOutgoing(const Place& document, Report& report) {
-  EncodeRequest request = readEncodeRequest(document);
-  Stage stage;
-  stage.set(std::move(request.surroundings));
-  LumoApiRefusal refusal;
-  const std::optional<URL> url = LumoApiMessageAndUrlConverter::urlWithMessage(request.message, &refusal);
-  if (refusal) report.add(refusal);
-  if (url) report.add(inspection::findingsOf(*url, {true, stage.record()}, true).warnings);
+  const Encoded encoded = encode(readEncodeRequest(document));
+  if (encoded.refusal) report.add(encoded.refusal);
+  if (encoded.url) report.add(findingsOf(*encoded.url, {true, encoded.apiLargeData}, true).warnings);
 }
 
 void checkIncoming(const Place& document, Report& report) {
   DecodeRequest request = readDecodeRequest(document);
-  Stage stage;
-  stage.set(std::move(request.surroundings));
-  if (request.url) report.add(inspection::findingsOf(*request.url, {true, stage.record()}, true).warnings);
-  LumoApiRefusal refusal;
-  messageOf(request, refusal);
-  if (refusal) report.add(refusal);
+  if (request.url) {
+    report.add(findingsOf(*request.url, {true, request.surroundings.apiLargeData}, true).warnings);
+  }
+  const documents::Decoded decoded = documents::decode(std::move(request));
+  if (decoded.refusal) report.add(decoded.refusal);
 }
 
 }  // namespace
@@ -89,4 +80,4 @@ void check(std::string_view text, const TextPlace& place, const NamedBytes& name
   }
 }
 
-}  // namespace lumo::cli
+}  // namespace lumo::inspection

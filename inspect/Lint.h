@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace lumo::cli {
+namespace lumo::inspection {
 
 /// Where a text stands.
 struct TextPlace {
@@ -24,8 +24,8 @@ struct LintFinding {
 };
 
 /// Checks one text, a document or a URL, and adds what it finds. `named` gives the bytes that a document
-/// names. Throws a FileError.
+/// names.
 void check(std::string_view text, const TextPlace& place, const documents::NamedBytes& named,
            std::vector<LintFinding>& findings);
 
-}  // namespace lumo::cli
+}  // namespace lumo::inspection

@@ -48,7 +48,7 @@ struct JPEGShape {
   unsigned width = kSide;
   J_COLOR_SPACE from = JCS_RGB, to = JCS_YCbCr;
   std::array<int, 2> sampling = {1, 1};
-  bool progressive = false, adobe = true;
+  bool progressive = false, arithmetic = false, adobe = true;
   int quality = 95, restartRows = 0;
   std::vector<std::pair<int, std::string>> segments = {};
 };
@@ -72,6 +72,7 @@ inline Data makeJPEG(std::vector<std::uint8_t> pixels, const JPEGShape& shape) {
   codec.comp_info[0].v_samp_factor = shape.sampling[1];
   jpeg_set_quality(&codec, shape.quality, TRUE);
   codec.restart_in_rows = shape.restartRows;
+  codec.arith_code = shape.arithmetic;
   if (!shape.adobe) codec.write_Adobe_marker = FALSE;
   if (shape.progressive) jpeg_simple_progression(&codec);
   jpeg_start_compress(&codec, TRUE);

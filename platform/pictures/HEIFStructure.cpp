@@ -225,12 +225,13 @@ std::optional<Size> Structure::statedSize(const Item& item) const {
   return Size{width, numbers.number(4)};
 }
 
-/// The pixels that decoding this item alone goes over: those of a coded picture once for each slice, those of
-/// a grid once. Null for one of another kind, and where the size that the decoder finds is not the one that
-/// the file states.
+/// The samples that decoding this item alone goes over: those of a coded picture once for each slice, and a
+/// few for each of its bytes; a grid has only tiles to copy. Null for one of another kind, and where the size
+/// that the decoder finds is not the one that the file states.
 std::optional<std::uint64_t> costOf(const Structure& structure, const Item& item) {
   constexpr std::uint64_t kLargestBlock = 64;  // of which a coded picture may have a part to spare
-  if (item.type == "iden") return 0;           // shows another picture, turned or cut
+  constexpr std::uint64_t kSamplesAByte = 5, kCopiedPixelsASample = 8;
+  if (item.type == "iden") return 0;  // shows another picture, turned or cut
   if (item.content.empty()) return std::nullopt;
   const std::optional<Size> stated = structure.statedSize(item);
   if (!stated || !isWithin(stated->width, stated->height, kMaxHeldPixels)) return std::nullopt;
@@ -239,7 +240,7 @@ std::optional<std::uint64_t> costOf(const Structure& structure, const Item& item
     const std::size_t width = grid.number(2) & 1 ? 4 : 2;
     grid.take(2);  // rows and columns
     const bool isTrue = grid.number(width) == stated->width && grid.number(width) == stated->height;
-    return isTrue ? std::optional(stated->pixels()) : std::nullopt;
+    return isTrue ? std::optional(stated->pixels() / kCopiedPixelsASample) : std::nullopt;
   }
   const Property* configuration = structure.find(item, "hvcC");
   HEVCPicture coded;
@@ -253,7 +254,7 @@ std::optional<std::uint64_t> costOf(const Structure& structure, const Item& item
       size.shorter() >= stated->shorter() + kLargestBlock) {
     return std::nullopt;
   }
-  return size.pixels() * coded.slices;
+  return size.pixels() * coded.samplesOf2Pixels / 2 * coded.slices + item.content.size() * kSamplesAByte;
 }
 
 /// Who is put together from whom, and who belongs to whom as its transparency or the like.
@@ -285,7 +286,7 @@ struct Relations {
 }  // namespace
 
 bool isSimplyBuilt(const Data& picture) {
-  constexpr std::uint64_t kMostPixels = 4 * kMaxHeldPixels;
+  constexpr std::uint64_t kMostSamples = 130'000'000;
   Structure structure;
   if (!structure.read({picture.data(), picture.size()})) return false;
   const Relations relations(structure);
@@ -298,7 +299,7 @@ bool isSimplyBuilt(const Data& picture) {
   for (const std::uint64_t id : decoded) {
     const auto item = structure.items.find(id);
     const auto cost = item == structure.items.end() ? std::nullopt : costOf(structure, item->second);
-    if (!cost || *cost > kMostPixels - together) return false;
+    if (!cost || *cost > kMostSamples - together) return false;
     together += *cost;
   }
   return true;

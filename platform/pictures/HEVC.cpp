@@ -97,8 +97,11 @@ bool HEVCPicture::addUnit(Bytes unit) {
   bits.skip(1);
   skipProfiles(bits, sublayers);
   bits.expGolomb();  // its own number
-  constexpr std::uint64_t kFullChroma = 3;
-  if (bits.expGolomb() == kFullChroma) bits.skip(1);
+  constexpr std::uint64_t kSamplesOf2Pixels[] = {2, 3, 4, 6}, kFullChroma = 3;
+  const std::uint64_t chroma = bits.expGolomb();
+  if (chroma > kFullChroma) return false;
+  if (chroma == kFullChroma) bits.skip(1);
+  samplesOf2Pixels = std::max(samplesOf2Pixels, kSamplesOf2Pixels[chroma]);
   width = std::max(width, bits.expGolomb());
   height = std::max(height, bits.expGolomb());
   return !bits.isShort();

@@ -8,6 +8,7 @@ namespace lumo::image {
 struct HEVCPicture {
   std::uint64_t width = 0, height = 0;  // the largest that a parameter set claims
   std::uint64_t slices = 0;             // each may cover the whole picture
+  std::uint64_t samplesOf2Pixels = 2;   // 2 in grey, 3 at the usual sampling of colours, 6 at full
 
   /// Units from a decoder configuration ("hvcC"); false where it is damaged.
   bool addConfiguration(Bytes content);

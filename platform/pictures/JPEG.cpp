@@ -5,30 +5,51 @@
 #include <jpeglib.h>
 // clang-format on
 
+#include <utility>
 #include <vector>
 
 namespace lumo::image {
 
 namespace {
 
-// A progressive picture of a few bytes a scan can have its decoder go over all pixels again and again.
 constexpr int kMaxScans = 500;
-constexpr std::uint64_t kMaxPixelVisits = 4'000'000'000;
+/// A progressive picture of a few bytes a scan can have its decoder go over all blocks again and again. In
+/// arithmetic coding a block takes ten times as long, and each byte as long as six blocks.
+constexpr std::uint64_t kMaxBlockVisits = 40'000'000;
+constexpr std::uint64_t kArithmeticBlock = 10, kArithmeticByte = 6;
 /// Holds the coefficients of the largest picture that is not read row by row.
 constexpr long kMaxMemory = 1 << 30;
 
-void refuseTooManyScans(j_common_ptr codec) {
-  const auto* info = reinterpret_cast<j_decompress_ptr>(codec);
-  const auto scans = static_cast<std::uint64_t>(info->input_scan_number);
-  const std::uint64_t pixels = std::uint64_t{info->image_width} * info->image_height;
-  if (scans > kMaxScans || scans * pixels > kMaxPixelVisits) {
-    static_cast<ErrorTrap*>(codec->client_data)->fail();
+/// Counts what is decoded, scan by scan, before it is.
+struct BlockVisits : jpeg_progress_mgr {
+  std::uint64_t count = 0;
+  int scan = 0;  // the last that was counted
+
+  bool addScan(const jpeg_decompress_struct& info) {
+    if (std::exchange(scan, info.input_scan_number) == info.input_scan_number) return true;
+    for (int place = 0; place < info.comps_in_scan; ++place) {
+      const jpeg_component_info& component = *info.cur_comp_info[place];
+      count += std::uint64_t{component.width_in_blocks} * component.height_in_blocks *
+               (info.arith_code ? kArithmeticBlock : 1);
+    }
+    return scan <= kMaxScans && count <= kMaxBlockVisits;
   }
-}
+
+  /// Called by the decoder now and then, at least once in a scan.
+  static void check(j_common_ptr codec) {
+    auto& visits = *static_cast<BlockVisits*>(codec->progress);
+    if (!visits.addScan(*reinterpret_cast<j_decompress_ptr>(codec))) {
+      static_cast<ErrorTrap*>(codec->client_data)->fail();
+    }
+  }
+};
 
 class Reader {
  public:
-  Reader() { trapJPEGErrors(reinterpret_cast<j_common_ptr>(&info), &errors_, &trap_); }
+  Reader() {
+    trapJPEGErrors(reinterpret_cast<j_common_ptr>(&info), &errors_, &trap_);
+    visits_.progress_monitor = BlockVisits::check;
+  }
   ~Reader() { jpeg_destroy_decompress(&info); }
   Reader(const Reader&) = delete;
   Reader& operator=(const Reader&) = delete;
@@ -38,10 +59,11 @@ class Reader {
     return trap_.run([&] {
       jpeg_create_decompress(&info);
       info.mem->max_memory_to_use = kMaxMemory;
-      progress_.progress_monitor = refuseTooManyScans;
-      info.progress = &progress_;
       jpeg_mem_src(&info, picture.data(), picture.size());
+      info.progress = &visits_;
       jpeg_read_header(&info, TRUE);
+      if (info.arith_code) visits_.count = picture.size() * kArithmeticByte;
+      BlockVisits::check(reinterpret_cast<j_common_ptr>(&info));
     });
   }
 
@@ -62,7 +84,7 @@ class Reader {
  private:
   ErrorTrap trap_;
   jpeg_error_mgr errors_{};
-  jpeg_progress_mgr progress_{};
+  BlockVisits visits_{};
 };
 
 /// Room for one row of blocks of each plane.

@@ -16,6 +16,9 @@ using namespace std::string_view_literals;
 
 constexpr std::size_t kMaxChunkSize = 8'000'000;
 constexpr std::uint64_t kMaxDeflateRatio = 1032;
+/// The most bytes that the pixels unpack to, as the file has them or as they are passed on, whichever is
+/// more; half as many where they come in passes.
+constexpr std::uint64_t kMaxUnpackedSize = 400'000'000;
 
 /// What the chunks beside the pixels say.
 struct Chunks {
@@ -65,6 +68,7 @@ class Reader {
   std::uint32_t height() const { return png_get_image_height(png_, info_); }
   int channels() const { return png_get_channels(png_, info_); }
   std::size_t rowSize() const { return png_get_rowbytes(png_, info_); }
+  std::uint64_t unpackedSize() const { return std::uint64_t{rowSize()} * height(); }
   bool isInterlaced() const { return png_get_interlace_type(png_, info_) != PNG_INTERLACE_NONE; }
 
   /// Moves the profile out of the reader.
@@ -185,11 +189,13 @@ std::optional<Data> reencodePNG(const Data& picture, int quality) {
     return std::nullopt;
   }
   // More pixels than the bytes can unpack to: the end is missing, which need not be found out row by row.
-  if (std::uint64_t{reader.rowSize()} * reader.height() / kMaxDeflateRatio > picture.size())
-    return std::nullopt;
+  const std::uint64_t unpackedSize = reader.unpackedSize();
+  if (unpackedSize / kMaxDeflateRatio > picture.size()) return std::nullopt;
 
   const Data profile = reader.takeColorProfile();
   if (!reader.start()) return std::nullopt;
+  const std::uint64_t maxUnpackedSize = isInterlaced ? kMaxUnpackedSize / 2 : kMaxUnpackedSize;
+  if (std::max(unpackedSize, reader.unpackedSize()) > maxUnpackedSize) return std::nullopt;
   const Traits traits{orientationOf(chunks.exif),
                       fittingProfile(profile, colorChannelsOf(reader.channels()))};
   return isInterlaced ? passWholeOn(reader, quality, traits) : passRowsOn(reader, quality, traits);

@@ -48,10 +48,19 @@ Frame firstFrameOf(const Data& picture) {
           numberOf3(content.data() + 3) * 2};
 }
 
+// The formats of a frame, by the library's numbers.
+constexpr int kLossy = 1, kLossless = 2;
+/// Each of them takes longer.
+constexpr std::uint64_t kMaxLosslessPixels = 80'000'000;
+
+bool isWithin(const WebPBitstreamFeatures& features, std::uint64_t maxPixels) {
+  return image::isWithin(static_cast<unsigned>(features.width), static_cast<unsigned>(features.height),
+                         maxPixels);
+}
+
 /// Decodes into the rows at `pixels`, which have room for `size` bytes; false for a damaged picture.
 bool decodeInto(std::uint8_t* pixels, std::size_t size, std::size_t stride, const Data& webp,
                 const WebPBitstreamFeatures& features, WEBP_CSP_MODE mode) {
-  constexpr int kLossy = 1;
   if (features.format != kLossy || features.has_alpha) {
     requireMemory(std::uint64_t{static_cast<unsigned>(features.width)} *
                   static_cast<unsigned>(features.height) * 8);
@@ -71,6 +80,7 @@ bool decodeInto(std::uint8_t* pixels, std::size_t size, std::size_t stride, cons
 std::vector<std::uint8_t> paint(const Frame& frame, std::uint32_t width, std::uint32_t height, int channels) {
   WebPBitstreamFeatures features;
   if (WebPGetFeatures(frame.webp.data(), frame.webp.size(), &features) != VP8_STATUS_OK) return {};
+  if (features.format == kLossless && !isWithin(features, kMaxLosslessPixels)) return {};
   if (std::uint64_t{frame.left} + static_cast<unsigned>(features.width) > width ||
       std::uint64_t{frame.top} + static_cast<unsigned>(features.height) > height) {
     return {};
@@ -92,7 +102,7 @@ std::optional<Data> reencodeWebP(const Data& picture, int quality) {
   if (WebPGetFeatures(picture.data(), picture.size(), &features) != VP8_STATUS_OK) return std::nullopt;
   const auto width = static_cast<std::uint32_t>(features.width);
   const auto height = static_cast<std::uint32_t>(features.height);
-  if (!isWithin(width, height, kMaxHeldPixels)) return std::nullopt;
+  if (!isWithin(features, kMaxHeldPixels)) return std::nullopt;
 
   // What an animation's first frame leaves free is see-through.
   const int channels = features.has_animation || features.has_alpha ? 4 : 3;
